@@ -1,0 +1,110 @@
+#include "support/alloc_failure.h"
+
+#include <dlfcn.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+extern "C" void* __libc_malloc(std::size_t size);
+
+namespace vorn_test {
+namespace {
+
+struct ChannelState {
+  unsigned long seen = 0;
+  unsigned long failAt = 0;  // 0: never; otherwise the seen count that fails
+  bool failAll = false;
+  bool fired = false;
+};
+
+ChannelState states[3];
+
+ChannelState& State(Channel channel) { return states[static_cast<int>(channel)]; }
+
+// Counts one allocation and tells whether it must fail.
+bool ShouldFail(Channel channel) {
+  ChannelState& state = State(channel);
+  ++state.seen;
+  bool const fail = state.failAll || (state.failAt != 0 && state.seen == state.failAt);
+  if (fail) state.fired = true;
+  return fail;
+}
+
+using MallocFn = void* (*)(std::size_t);
+
+// The malloc this one replaces (the sanitizer's or the C runtime's). While dlsym is
+// resolving it, requests fall back to the C runtime directly.
+void* RealMalloc(std::size_t size) {
+  static MallocFn real = nullptr;
+  static bool resolving = false;
+  if (real == nullptr) {
+    if (resolving) return __libc_malloc(size);
+    resolving = true;
+    real = reinterpret_cast<MallocFn>(dlsym(RTLD_NEXT, "malloc"));
+    resolving = false;
+  }
+  return real(size);
+}
+
+void* CountedNew(Channel channel, std::size_t size) noexcept {
+  if (ShouldFail(channel)) return nullptr;
+  return RealMalloc(size == 0 ? 1 : size);
+}
+
+}  // namespace
+
+void FailNth(Channel channel, unsigned long n) {
+  ChannelState& state = State(channel);
+  state.failAt = state.seen + n;
+  state.fired = false;
+}
+
+void FailAll(Channel channel) {
+  State(channel).failAll = true;
+  State(channel).fired = false;
+}
+
+void Reset() {
+  for (ChannelState& state : states) state = ChannelState{};
+}
+
+unsigned long Count(Channel channel) { return State(channel).seen; }
+
+bool Fired(Channel channel) { return State(channel).fired; }
+
+}  // namespace vorn_test
+
+using vorn_test::Channel;
+
+extern "C" void* malloc(std::size_t size) noexcept {
+  if (vorn_test::ShouldFail(Channel::Malloc)) return nullptr;
+  return vorn_test::RealMalloc(size);
+}
+
+void* operator new(std::size_t size) {
+  void* block = vorn_test::CountedNew(Channel::NothrowNew, size);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+void* operator new[](std::size_t size) {
+  void* block = vorn_test::CountedNew(Channel::ArrayNew, size);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+  return vorn_test::CountedNew(Channel::NothrowNew, size);
+}
+
+void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
+  return vorn_test::CountedNew(Channel::ArrayNew, size);
+}
+
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
+void operator delete(void* block, std::nothrow_t const&) noexcept { std::free(block); }
+void operator delete[](void* block, std::nothrow_t const&) noexcept { std::free(block); }
