@@ -1,12 +1,18 @@
 #include "support/alloc_failure.h"
 
-#include <dlfcn.h>
-
 #include <cstddef>
 #include <cstdlib>
 #include <new>
 
+// The allocator underneath the replacement malloc: the sanitizer's when the tests are
+// sanitized (so its free and leak checks see every block), the C runtime's otherwise.
+#if defined(VORN_TEST_SANITIZED)
+extern "C" void* __interceptor_malloc(std::size_t size);
+#define VORN_TEST_REAL_MALLOC __interceptor_malloc
+#else
 extern "C" void* __libc_malloc(std::size_t size);
+#define VORN_TEST_REAL_MALLOC __libc_malloc
+#endif
 
 namespace vorn_test {
 namespace {
@@ -31,21 +37,7 @@ bool ShouldFail(Channel channel) {
   return fail;
 }
 
-using MallocFn = void* (*)(std::size_t);
-
-// The malloc this one replaces (the sanitizer's or the C runtime's). While dlsym is
-// resolving it, requests fall back to the C runtime directly.
-void* RealMalloc(std::size_t size) {
-  static MallocFn real = nullptr;
-  static bool resolving = false;
-  if (real == nullptr) {
-    if (resolving) return __libc_malloc(size);
-    resolving = true;
-    real = reinterpret_cast<MallocFn>(dlsym(RTLD_NEXT, "malloc"));
-    resolving = false;
-  }
-  return real(size);
-}
+void* RealMalloc(std::size_t size) { return VORN_TEST_REAL_MALLOC(size); }
 
 void* CountedNew(Channel channel, std::size_t size) noexcept {
   if (ShouldFail(channel)) return nullptr;
