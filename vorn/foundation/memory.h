@@ -44,7 +44,7 @@ namespace Vorn {
 
 // The containers' allocator parameter: empty and stateless. Containers hold it as an
 // empty base and obtain storage through the functions below.
-class allocator {
+class VORN_API allocator {
 public:
   allocator() = default;
   allocator(allocator const&) = default;

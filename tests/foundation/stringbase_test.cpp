@@ -1,0 +1,200 @@
+#include <vorn/foundation/stringbase.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstring>
+#include <type_traits>
+#include <vector>
+
+#include "support/alloc_failure.h"
+#include "support/wide.h"
+
+namespace {
+
+using vorn_test::Channel;
+using vorn_test::ScopedFailure;
+using vorn_test::W;
+
+// Tests run on both forms; Text<S>("abc") is the ASCII text in S's code units.
+template <class S>
+using Unit = std::remove_const_t<std::remove_pointer_t<decltype(S().c_str())>>;
+
+template <class S>
+std::vector<Unit<S>> Text(char const* ascii) {
+  return std::vector<Unit<S>>(ascii, ascii + std::strlen(ascii) + 1);
+}
+
+// length(), c_str(), the conversion operator and operator[] must all agree with ascii.
+template <class S>
+::testing::AssertionResult Holds(S const& s, char const* ascii) {
+  Unit<S> const* text = s;
+  if (text == nullptr || text != s.c_str() || s.length() != std::strlen(ascii)) {
+    return ::testing::AssertionFailure() << "null, aliases differ or length " << s.length();
+  }
+  for (unsigned int i = 0; i <= s.length(); ++i) {
+    if (text[i] != ascii[i] || (i < s.length() && s[i] != text[i])) {
+      return ::testing::AssertionFailure() << "differs at " << i;
+    }
+  }
+  return ::testing::AssertionSuccess();
+}
+
+template <class S>
+void ExpectIndexThrows(S const& s, long long index) {
+  try {
+    (void)s[index];
+    ADD_FAILURE() << "no exception for index " << index;
+  } catch (char const* text) {
+    EXPECT_STREQ(text, "Index out of Range");
+  }
+}
+
+template <class S>
+class StringForms : public ::testing::Test {};
+using Forms =
+    ::testing::Types<stringbase<char, astringfuncs>, stringbase<unsigned short, wstringfuncs>>;
+TYPED_TEST_SUITE(StringForms, Forms, );
+
+TYPED_TEST(StringForms, EmptyAndAllocatedEmptyDifferOnlyInEmpty) {
+  using S = TypeParam;
+  S s;
+  EXPECT_TRUE(s.empty());
+  EXPECT_TRUE(Holds(s, ""));
+  s = Text<S>("").data();
+  EXPECT_FALSE(s.empty());
+  EXPECT_TRUE(Holds(s, ""));
+  EXPECT_FALSE(S(s).empty());
+  s = static_cast<Unit<S> const*>(nullptr);
+  EXPECT_TRUE(s.empty());
+  s = Text<S>("abc").data();
+  s.clear();
+  EXPECT_TRUE(s.empty());
+  s = Text<S>("abc").data();
+  s = nullptr;
+  EXPECT_TRUE(s.empty());
+  EXPECT_TRUE(S(s).empty());
+}
+
+TYPED_TEST(StringForms, CopiesOwnTheirBuffer) {
+  using S = TypeParam;
+  S const original(Text<S>("abcdef").data());
+  S copy(original);
+  EXPECT_TRUE(Holds(copy, "abcdef"));
+  EXPECT_NE(copy.c_str(), original.c_str());
+  copy.copy(original.c_str(), 3);
+  EXPECT_TRUE(Holds(copy, "abc"));
+  // Nothing past the counted units is read, and the copy is terminated anyway.
+  Unit<S> const unterminated[2] = {'x', 'y'};
+  copy.copy(unterminated, 2);
+  EXPECT_TRUE(Holds(copy, "xy"));
+}
+
+TYPED_TEST(StringForms, IndexOutOfRangeThrowsTheBareNarrowText) {
+  using S = TypeParam;
+  S const s(Text<S>("abc").data());
+  EXPECT_EQ(s[2], 'c');
+  EXPECT_EQ(s[2u], 'c');
+  ExpectIndexThrows(s, 3);
+  ExpectIndexThrows(s, -1);
+  ExpectIndexThrows(s, static_cast<long long>(UINT_MAX) + 1);  // must not wrap to 0
+  ExpectIndexThrows(S(), 0);
+  ExpectIndexThrows(S(Text<S>("").data()), 0);
+}
+
+TYPED_TEST(StringForms, AppendingAnEmptyStringChangesNothing) {
+  using S = TypeParam;
+  S s(Text<S>("ab").data());
+  s += S();
+  EXPECT_TRUE(Holds(s, "ab"));
+  S target;
+  target += S();
+  target += static_cast<Unit<S> const*>(nullptr);
+  EXPECT_TRUE(target.empty());
+  // Appending to an empty string is a plain copy, so "" gives the allocated "".
+  target += Text<S>("").data();
+  EXPECT_FALSE(target.empty());
+}
+
+TYPED_TEST(StringForms, AppendAndPlusConcatenate) {
+  using S = TypeParam;
+  S s(Text<S>("ab").data());
+  s += S(Text<S>("cd").data());
+  s.append(Text<S>("").data());
+  EXPECT_TRUE(Holds(s, "abcd"));
+  EXPECT_TRUE(Holds(s + Text<S>("ef").data(), "abcdef"));
+  EXPECT_TRUE(Holds(s, "abcd"));
+  S const same = s + nullptr;
+  EXPECT_TRUE(Holds(same, "abcd"));
+  EXPECT_NE(same.c_str(), s.c_str());
+  EXPECT_TRUE((S() + nullptr).empty());
+}
+
+TYPED_TEST(StringForms, SelfAssignmentAndSelfAppendAreSafe) {
+  using S = TypeParam;
+  S s(Text<S>("abc").data());
+  S const& alias = s;
+  s = alias;
+  s = s.c_str();
+  EXPECT_TRUE(Holds(s, "abc"));
+  s += alias;
+  EXPECT_TRUE(Holds(s, "abcabc"));
+  s.append(s.c_str() + 4);
+  EXPECT_TRUE(Holds(s, "abcabcbc"));
+  s = s.c_str() + 6;
+  EXPECT_TRUE(Holds(s, "bc"));
+}
+
+TYPED_TEST(StringForms, FailedAllocationLeavesTheStringEmpty) {
+  using S = TypeParam;
+  auto const abc = Text<S>("abc");
+  S built;
+  S appended(abc.data());
+  S assigned(abc.data());
+  {
+    ScopedFailure failure(Channel::Malloc, 1);
+    built = S(abc.data());
+  }
+  {
+    ScopedFailure failure(Channel::Malloc, 1);
+    appended += abc.data();
+  }
+  {
+    ScopedFailure failure(Channel::Malloc, 1);
+    assigned = abc.data();
+  }
+  EXPECT_TRUE(built.empty());
+  EXPECT_TRUE(Holds(built, ""));
+  EXPECT_TRUE(appended.empty());
+  EXPECT_TRUE(assigned.empty());
+}
+
+TEST(WideString, MeasuresSixteenBitUnits) {
+  // A 32-bit wchar_t measure would run past the zero unit after "ab".
+  char16_t const text[] = u"ab\0cd";
+  stringbase<unsigned short, wstringfuncs> s(W(text));
+  EXPECT_EQ(s.length(), 2u);
+  s = W(u"\u00e9\xffff");
+  ASSERT_EQ(s.length(), 2u);
+  EXPECT_EQ(s[0], 0x00E9);
+  EXPECT_EQ(s[1], 0xFFFF);
+}
+
+TEST(WideText, CompareUsesUnsignedCodeUnitOrder) {
+  EXPECT_EQ(Vorn::text::length(W(u"")), 0u);
+  EXPECT_EQ(Vorn::text::compare(W(u"abc"), W(u"abc")), 0);
+  EXPECT_LT(Vorn::text::compare(W(u"ab"), W(u"abc")), 0);
+  EXPECT_LT(Vorn::text::compare(W(u"B"), W(u"a")), 0);
+  EXPECT_GT(Vorn::text::compare(W(u"\xffff"), W(u"z")), 0);
+}
+
+TEST(WideText, CaselessCompareFoldsAsciiLettersToLowerCase) {
+  EXPECT_EQ(Vorn::text::compare_caseless(W(u"Name_1"), W(u"nAME_1")), 0);
+  EXPECT_LT(Vorn::text::compare_caseless(W(u"a"), W(u"B")), 0);
+  EXPECT_LT(Vorn::text::compare_caseless(W(u"ab"), W(u"ABC")), 0);
+  // 'A' compares as 'a', after '_', although its own code is below it.
+  EXPECT_GT(Vorn::text::compare_caseless(W(u"A"), W(u"_")), 0);
+  EXPECT_NE(Vorn::text::compare_caseless(W(u"\u00c9"), W(u"\u00e9")), 0);
+}
+
+}  // namespace

@@ -1,0 +1,198 @@
+#include <vorn/foundation/conversion.h>
+
+#include <cassert>
+#include <climits>
+
+namespace {
+
+using WideString = stringbase<unsigned short, wstringfuncs>;
+using NarrowString = stringbase<char, astringfuncs>;
+
+// Byte limit of the measured conversions: more than any encoding can need, with room
+// left for the terminator.
+constexpr unsigned int kWholeText = UINT_MAX - 1;
+
+constexpr char32_t kFirstSupplementary = 0x10000;
+
+bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+enum class Outcome { Complete, Cut, Malformed };
+
+struct Decoded {
+  Outcome outcome;
+  unsigned int bytes;  // length of the sequence when Complete
+  char32_t code;
+};
+
+// Decodes the character starting at text[0] (not zero), reading no further than
+// text[available - 1]. Only the well-formed sequences are accepted: no overlong forms,
+// no surrogate code points, nothing above U+10FFFF. A sequence that is well formed so
+// far but runs past `available` is Cut; a zero byte inside a sequence is Malformed.
+Decoded DecodeUtf8(unsigned char const* text, unsigned int available) {
+  unsigned char const lead = text[0];
+  if (lead < 0x80) return {Outcome::Complete, 1, lead};
+  unsigned int length = 0;
+  char32_t code = 0;
+  // The range the second byte must fall in; later bytes are always 0x80..0xBF.
+  unsigned char low = 0x80;
+  unsigned char high = 0xBF;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    length = 2;
+    code = lead & 0x1Fu;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    length = 3;
+    code = lead & 0x0Fu;
+    if (lead == 0xE0) low = 0xA0;   // overlong below U+0800
+    if (lead == 0xED) high = 0x9F;  // surrogates U+D800..U+DFFF
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    length = 4;
+    code = lead & 0x07u;
+    if (lead == 0xF0) low = 0x90;   // overlong below U+10000
+    if (lead == 0xF4) high = 0x8F;  // above U+10FFFF
+  } else {
+    return {Outcome::Malformed, 0, 0};
+  }
+  for (unsigned int i = 1; i < length; ++i) {
+    if (i == available) return {Outcome::Cut, 0, 0};
+    unsigned char const next = text[i];
+    if (next < low || next > high) return {Outcome::Malformed, 0, 0};
+    low = 0x80;
+    high = 0xBF;
+    code = (code << 6) | (next & 0x3Fu);
+  }
+  return {Outcome::Complete, length, code};
+}
+
+// Converts UTF-8 text, at most count bytes up to a zero byte, into out (or only
+// measures when out is null). Sets units to the result length; false when malformed.
+// A sequence cut at count ends the conversion, or is malformed when endsAtCount.
+bool Utf8ToUtf16(char const* text, unsigned int count, bool endsAtCount, unsigned short* out,
+                 unsigned int& units) {
+  auto const* bytes = reinterpret_cast<unsigned char const*>(text);
+  units = 0;
+  unsigned int read = 0;
+  while (read < count && bytes[read] != 0) {
+    Decoded const c = DecodeUtf8(bytes + read, count - read);
+    if (c.outcome == Outcome::Malformed) return false;
+    if (c.outcome == Outcome::Cut) {
+      if (endsAtCount) return false;
+      break;
+    }
+    // A character takes at least as many bytes as units (one to three bytes: one unit,
+    // four bytes: a pair), so the result stays within count units and a pair is never
+    // split by that limit.
+    if (c.code < kFirstSupplementary) {
+      if (out != nullptr) out[units] = static_cast<unsigned short>(c.code);
+      units += 1;
+    } else {
+      if (out != nullptr) {
+        char32_t const offset = c.code - kFirstSupplementary;
+        out[units] = static_cast<unsigned short>(0xD800 + (offset >> 10));
+        out[units + 1] = static_cast<unsigned short>(0xDC00 + (offset & 0x3FF));
+      }
+      units += 2;
+    }
+    read += c.bytes;
+  }
+  assert(units <= read);
+  return true;
+}
+
+unsigned int Utf8Length(char32_t code) {
+  if (code < 0x80) return 1;
+  if (code < 0x800) return 2;
+  if (code < kFirstSupplementary) return 3;
+  return 4;
+}
+
+void EncodeUtf8(char32_t code, unsigned int length, char* out) {
+  static unsigned char const kLeadMarks[5] = {0, 0x00, 0xC0, 0xE0, 0xF0};
+  for (unsigned int i = length - 1; i > 0; --i) {
+    out[i] = static_cast<char>(0x80 | (code & 0x3F));
+    code >>= 6;
+  }
+  out[0] = static_cast<char>(kLeadMarks[length] | code);
+}
+
+// Converts zero-terminated UTF-16 text into at most limit bytes of out (or only
+// measures when out is null). Sets bytes to the result length; false when malformed.
+// The character that no longer fits is still checked before conversion ends there.
+bool Utf16ToUtf8(unsigned short const* text, unsigned int limit, char* out,
+                 unsigned int& bytes) {
+  bytes = 0;
+  for (unsigned int i = 0; text[i] != 0;) {
+    char32_t code = text[i];
+    unsigned int units = 1;
+    if (IsLowSurrogate(code)) return false;
+    if (IsHighSurrogate(code)) {
+      // text[i] is not the terminator, so text[i + 1] exists.
+      char32_t const low = text[i + 1];
+      if (!IsLowSurrogate(low)) return false;
+      code = kFirstSupplementary + ((code - 0xD800) << 10) + (low - 0xDC00);
+      units = 2;
+    }
+    unsigned int const length = Utf8Length(code);
+    if (length > limit - bytes) break;
+    if (out != nullptr) EncodeUtf8(code, length, out + bytes);
+    bytes += length;
+    i += units;
+  }
+  return true;
+}
+
+}  // namespace
+
+WideString VornUtilText::Widen(char const* text, unsigned int count, bool endsAtCount) {
+  assert(text != nullptr);
+  WideString result;
+  unsigned int units = 0;
+  bool const wellFormed = Utf8ToUtf16(text, count, endsAtCount, nullptr, units);
+  unsigned short* out = result.prepare(wellFormed ? units : 0);
+  if (wellFormed && out != nullptr) Utf8ToUtf16(text, count, endsAtCount, out, units);
+  return result;
+}
+
+WideString VornUtilText::StringToWString(char const* text, unsigned int count) {
+  return Widen(text, count, false);
+}
+
+WideString VornUtilText::StringToWString(char const* text) {
+  assert(text != nullptr);
+  return Widen(text, astringfuncs::length(text), true);
+}
+
+WideString VornUtilText::StringToWString(NarrowString const& text) {
+  return Widen(text.c_str(), text.length(), true);
+}
+
+NarrowString VornUtilText::WStringToString(unsigned short const* text, unsigned int count) {
+  assert(text != nullptr);
+  NarrowString result;
+  unsigned int bytes = 0;
+  bool const wellFormed = Utf16ToUtf8(text, count, nullptr, bytes);
+  char* out = result.prepare(wellFormed ? bytes : 0);
+  if (wellFormed && out != nullptr) Utf16ToUtf8(text, count, out, bytes);
+  return result;
+}
+
+NarrowString VornUtilText::WStringToString(unsigned short const* text) {
+  return WStringToString(text, kWholeText);
+}
+
+NarrowString VornUtilText::WStringToString(WideString const& text) {
+  return WStringToString(text.c_str(), kWholeText);
+}
+
+unsigned int VornUtilText::WStringToString(WideString const& text, char* buffer,
+                                           unsigned int size) {
+  assert(buffer != nullptr);
+  unsigned int bytes = 0;
+  if (Utf16ToUtf8(text.c_str(), size, nullptr, bytes)) {
+    Utf16ToUtf8(text.c_str(), size, buffer, bytes);
+  } else {
+    bytes = 0;
+  }
+  buffer[bytes] = '\0';
+  return bytes;
+}
