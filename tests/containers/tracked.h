@@ -1,0 +1,56 @@
+// Element type for container tests: counts live objects, flags a destructor that runs
+// twice or on storage that never held an object, and can be armed to throw from its
+// copy constructor.
+#ifndef VORN_TESTS_CONTAINERS_TRACKED_H
+#define VORN_TESTS_CONTAINERS_TRACKED_H
+
+#include <gtest/gtest.h>
+
+namespace vorn_test {
+
+struct CopyError {};
+
+class Tracked {
+public:
+  static inline int live = 0;
+  static inline int copies = 0;
+  // When positive, the copy that brings it to zero throws CopyError.
+  static inline int throwAfter = 0;
+
+  static void ResetCounters() {
+    live = 0;
+    copies = 0;
+    throwAfter = 0;
+  }
+
+  Tracked() : Tracked(0) {}
+  explicit Tracked(int v) : value(v) { ++live; }
+  Tracked(Tracked const& other) : value(other.value) {
+    EXPECT_EQ(other.state_, kAlive) << "copy from a dead element";
+    if (throwAfter > 0 && --throwAfter == 0) throw CopyError();
+    ++copies;
+    ++live;
+  }
+  Tracked& operator=(Tracked const& other) {
+    value = other.value;
+    return *this;
+  }
+  ~Tracked() {
+    EXPECT_EQ(state_, kAlive) << "destroyed twice or never constructed";
+    state_ = kDead;
+    --live;
+  }
+
+  friend bool operator==(Tracked const& a, Tracked const& b) { return a.value == b.value; }
+
+  int value;
+
+private:
+  static constexpr unsigned int kAlive = 0xA11CE5u;
+  static constexpr unsigned int kDead = 0xDEADu;
+  unsigned int state_ = kAlive;
+};
+
+}  // namespace vorn_test
+
+#endif
