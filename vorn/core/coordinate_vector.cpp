@@ -1,0 +1,143 @@
+#include <vorn/core/coordinate_vector.h>
+
+#include <algorithm>
+#include <cassert>
+#include <cstddef>
+#include <cstring>
+#include <functional>
+#include <limits>
+
+#include <vorn/foundation/exception.h>
+
+// Every member of the coordinate array, exported as declared in coordinate.h.
+template class Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>>;
+
+VornCoordinateVector::VornCoordinateVector() : VornBoundbox(), m_coords() {}
+
+VornCoordinateVector::VornCoordinateVector(VornCoordinate* coords, int count)
+    : VornBoundbox(), m_coords() {
+  AddRange(coords, count);
+}
+
+VornCoordinateVector::VornCoordinateVector(
+    Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>> const& v)
+    : VornBoundbox(), m_coords() {
+  AddRange(v);
+}
+
+// The base is default-constructed, not copied: the copy's references must bind to its
+// own values, and its box is rebuilt from the coordinates.
+VornCoordinateVector::VornCoordinateVector(VornCoordinateVector const& other)
+    : VornBoundbox(), m_coords() {
+  AddRange(other);
+}
+
+VornCoordinateVector::~VornCoordinateVector() = default;
+
+VornCoordinateVector const& VornCoordinateVector::operator=(VornCoordinateVector const& other) {
+  m_coords.clear();
+  unsigned int const count = other.Count();
+  if (count == 0) return *this;
+  if (!m_coords.resize(count)) return *this;
+  std::memcpy(m_coords.begin(), other.m_coords.begin(), count * sizeof(VornCoordinate));
+  VornBoundbox::operator=(other);
+  return *this;
+}
+
+void VornCoordinateVector::AddRange(VornCoordinate* coords, int count) {
+  if (coords == nullptr) throw VornException("Parameter is NULL", 5003);
+  if (count < 1) return;
+  Append(coords, static_cast<unsigned int>(count));
+}
+
+void VornCoordinateVector::AddRange(
+    Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>> const& v) {
+  if (v.empty()) return;
+  Append(v.begin(), v.size());
+}
+
+void VornCoordinateVector::AddRange(VornCoordinateVector const& other) {
+  Append(other.begin(), other.Count());
+}
+
+// Reserves room for the whole range first, so the range causes at most one reallocation
+// and is stored whole or not at all. The source may lie in our own block (appending a
+// vector to itself), so it is located again after the reservation moved the block.
+void VornCoordinateVector::Append(VornCoordinate const* first, unsigned int count) {
+  VornCoordinate const* const oldBegin = m_coords.begin();
+  std::less<VornCoordinate const*> const before;
+  bool const ownBlock =
+      oldBegin != nullptr && !before(first, oldBegin) && before(first, m_coords.end());
+  std::ptrdiff_t const offset = ownBlock ? first - oldBegin : 0;
+  if (!m_coords.reserve(Count() + count)) return;
+  if (ownBlock) first = m_coords.begin() + offset;
+  for (unsigned int i = 0; i < count; ++i) {
+    VornCoordinate const c = first[i];
+    AddCoordinate(c);
+    bool const stored = m_coords.push_back(c);
+    assert(stored && "room was reserved for the whole range");
+    (void)stored;
+  }
+}
+
+void VornCoordinateVector::Clear() {
+  m_coords.clear();
+  Reset();
+}
+
+void VornCoordinateVector::RecalcBoundbox() {
+  Reset();
+  for (VornCoordinate const* c = m_coords.begin(); c != m_coords.end(); ++c) AddCoordinate(*c);
+}
+
+void VornCoordinateVector::RemoveAt(unsigned int index) {
+  if (index >= Count()) throw VornException("Index out of range", 5002);
+  m_coords.erase(m_coords.begin() + index);
+}
+
+void VornCoordinateVector::RemoveDuplicates() {
+  unsigned int const count = Count();
+  if (count < 2) return;
+  VornCoordinate* const c = m_coords.begin();
+  unsigned int next = 1;
+  while (next < count && c[next] != c[next - 1]) ++next;
+  if (next == count) return;
+  unsigned int kept = next - 1;
+  unsigned int removed = 0;
+  for (; next < count; ++next) {
+    if (c[next] != c[kept]) {
+      c[++kept] = c[next];
+    } else {
+      ++removed;
+    }
+  }
+  m_coords.resize(count - removed);
+}
+
+bool VornCoordinateVector::Reserve(unsigned int n) {
+  if (n <= m_coords.capacity()) return true;
+  m_coords.reserve(n);
+  return m_coords.capacity() >= n;
+}
+
+bool VornCoordinateVector::Resize(unsigned int n) {
+  m_coords.resize(n);
+  return Count() == n;
+}
+
+void VornCoordinateVector::ReverseOrder() {
+  std::reverse(m_coords.begin(), m_coords.end());
+}
+
+void VornCoordinateVector::Transform(VornTransformCallback callback, void* context) {
+  if (callback == nullptr) throw VornException("Parameter is NULL", 5003);
+  Reset();
+  for (VornCoordinate* c = m_coords.begin(); c != m_coords.end(); ++c) {
+    double x = std::numeric_limits<double>::quiet_NaN();
+    double y = std::numeric_limits<double>::quiet_NaN();
+    callback(c->X, c->Y, &x, &y, context);
+    c->X = x;
+    c->Y = y;
+    AddCoordinate(x, y);
+  }
+}
