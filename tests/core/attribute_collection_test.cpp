@@ -11,7 +11,7 @@
 
 #include "support/alloc_failure.h"
 #include "support/wide.h"
-#include "vorn_exception_matcher.h"
+#include "support/vorn_exception_matcher.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/vorn_exception_matcher.h"
+#include "support/vorn_exception_matcher.h"
 #include "support/alloc_failure.h"
 
 namespace {

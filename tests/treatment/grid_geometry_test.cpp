@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/vorn_exception_matcher.h"
+#include "support/vorn_exception_matcher.h"
 #include "support/wide.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/vorn_exception_matcher.h"
+#include "support/vorn_exception_matcher.h"
 #include "support/alloc_failure.h"
 #include "support/wide.h"
 

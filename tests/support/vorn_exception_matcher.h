@@ -1,8 +1,8 @@
 // Test helper: checks that an operation raises a VornException with an exact message
 // and code. Used as EXPECT_TRUE(ThrowsVornException([&] { ... }, "text", code)) so that
 // a failure is reported at the caller's line.
-#ifndef VORN_TESTS_CORE_VORN_EXCEPTION_MATCHER_H
-#define VORN_TESTS_CORE_VORN_EXCEPTION_MATCHER_H
+#ifndef VORN_TESTS_SUPPORT_VORN_EXCEPTION_MATCHER_H
+#define VORN_TESTS_SUPPORT_VORN_EXCEPTION_MATCHER_H
 
 #include <cstring>
 
