@@ -13,35 +13,23 @@ struct CopyError {};
 class Tracked {
 public:
   static inline int live = 0;
-  static inline int copies = 0;
   // When positive, the copy that brings it to zero throws CopyError.
   static inline int throwAfter = 0;
 
-  static void ResetCounters() {
-    live = 0;
-    copies = 0;
-    throwAfter = 0;
-  }
-
-  Tracked() : Tracked(0) {}
-  explicit Tracked(int v) : value(v) { ++live; }
+  explicit Tracked(int v = 0) : value(v) { ++live; }
   Tracked(Tracked const& other) : value(other.value) {
     EXPECT_EQ(other.state_, kAlive) << "copy from a dead element";
     if (throwAfter > 0 && --throwAfter == 0) throw CopyError();
-    ++copies;
     ++live;
   }
-  Tracked& operator=(Tracked const& other) {
-    value = other.value;
-    return *this;
-  }
+  Tracked& operator=(Tracked const& other) = default;
   ~Tracked() {
     EXPECT_EQ(state_, kAlive) << "destroyed twice or never constructed";
     state_ = kDead;
     --live;
   }
-
   friend bool operator==(Tracked const& a, Tracked const& b) { return a.value == b.value; }
+  operator int() const { return value; }
 
   int value;
 
@@ -49,6 +37,13 @@ private:
   static constexpr unsigned int kAlive = 0xA11CE5u;
   static constexpr unsigned int kDead = 0xDEADu;
   unsigned int state_ = kAlive;
+};
+
+// Fixture for element-lifetime tests: every element must be gone at the end.
+class TrackedLifetime : public ::testing::Test {
+protected:
+  void SetUp() override { Tracked::live = Tracked::throwAfter = 0; }
+  void TearDown() override { EXPECT_EQ(Tracked::live, 0) << "an element leaked"; }
 };
 
 }  // namespace vorn_test

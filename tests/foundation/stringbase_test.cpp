@@ -40,12 +40,13 @@ template <class S>
   return ::testing::AssertionSuccess();
 }
 
-template <class S>
-void ExpectIndexThrows(S const& s, long long index) {
+// The index error is a bare char* (so a handler for char* catches it), never a VornException.
+template <class S, class I>
+void ExpectIndexThrows(S const& s, I index) {
   try {
     (void)s[index];
     ADD_FAILURE() << "no exception for index " << index;
-  } catch (char const* text) {
+  } catch (char* text) {
     EXPECT_STREQ(text, "Index out of Range");
   }
 }
@@ -67,130 +68,75 @@ TYPED_TEST(StringForms, EmptyAndAllocatedEmptyDifferOnlyInEmpty) {
   EXPECT_FALSE(S(s).empty());
   s = static_cast<Unit<S> const*>(nullptr);
   EXPECT_TRUE(s.empty());
-  s = Text<S>("abc").data();
-  s.clear();
-  EXPECT_TRUE(s.empty());
-  s = Text<S>("abc").data();
-  s = nullptr;
-  EXPECT_TRUE(s.empty());
   EXPECT_TRUE(S(s).empty());
-}
-
-TYPED_TEST(StringForms, CopiesOwnTheirBuffer) {
-  using S = TypeParam;
-  S const original(Text<S>("abcdef").data());
-  S copy(original);
-  EXPECT_TRUE(Holds(copy, "abcdef"));
-  EXPECT_NE(copy.c_str(), original.c_str());
-  copy.copy(original.c_str(), 3);
-  EXPECT_TRUE(Holds(copy, "abc"));
-  // Nothing past the counted units is read, and the copy is terminated anyway.
-  Unit<S> const unterminated[2] = {'x', 'y'};
-  copy.copy(unterminated, 2);
-  EXPECT_TRUE(Holds(copy, "xy"));
 }
 
 TYPED_TEST(StringForms, IndexOutOfRangeThrowsTheBareNarrowText) {
   using S = TypeParam;
   S const s(Text<S>("abc").data());
-  EXPECT_EQ(s[2], 'c');
-  EXPECT_EQ(s[2u], 'c');
-  ExpectIndexThrows(s, 3);
+  ExpectIndexThrows(s, 3u);
   ExpectIndexThrows(s, -1);
   ExpectIndexThrows(s, static_cast<long long>(UINT_MAX) + 1);  // must not wrap to 0
   ExpectIndexThrows(S(), 0);
-  ExpectIndexThrows(S(Text<S>("").data()), 0);
+  ExpectIndexThrows(S(Text<S>("").data()), 0u);
 }
 
-TYPED_TEST(StringForms, AppendingAnEmptyStringChangesNothing) {
+TYPED_TEST(StringForms, AppendConcatenatesAndAnEmptyOperandChangesNothing) {
   using S = TypeParam;
   S s(Text<S>("ab").data());
   s += S();
-  EXPECT_TRUE(Holds(s, "ab"));
+  s += S(Text<S>("cd").data());
+  EXPECT_TRUE(Holds(s + Text<S>("ef").data(), "abcdef"));
+  EXPECT_TRUE(Holds(s + nullptr, "abcd"));
   S target;
   target += S();
   target += static_cast<Unit<S> const*>(nullptr);
-  EXPECT_TRUE(target.empty());
+  EXPECT_TRUE((target + nullptr).empty());
   // Appending to an empty string is a plain copy, so "" gives the allocated "".
   target += Text<S>("").data();
   EXPECT_FALSE(target.empty());
 }
 
-TYPED_TEST(StringForms, AppendAndPlusConcatenate) {
-  using S = TypeParam;
-  S s(Text<S>("ab").data());
-  s += S(Text<S>("cd").data());
-  s.append(Text<S>("").data());
-  EXPECT_TRUE(Holds(s, "abcd"));
-  EXPECT_TRUE(Holds(s + Text<S>("ef").data(), "abcdef"));
-  EXPECT_TRUE(Holds(s, "abcd"));
-  S const same = s + nullptr;
-  EXPECT_TRUE(Holds(same, "abcd"));
-  EXPECT_NE(same.c_str(), s.c_str());
-  EXPECT_TRUE((S() + nullptr).empty());
-}
-
-TYPED_TEST(StringForms, SelfAssignmentAndSelfAppendAreSafe) {
+TYPED_TEST(StringForms, CopiesOwnTheirBufferAndSelfAssignmentIsSafe) {
   using S = TypeParam;
   S s(Text<S>("abc").data());
   S const& alias = s;
+  S const copy(s);
+  EXPECT_NE(copy.c_str(), s.c_str());
   s = alias;
-  s = s.c_str();
-  EXPECT_TRUE(Holds(s, "abc"));
   s += alias;
   EXPECT_TRUE(Holds(s, "abcabc"));
   s.append(s.c_str() + 4);
-  EXPECT_TRUE(Holds(s, "abcabcbc"));
-  s = s.c_str() + 6;
-  EXPECT_TRUE(Holds(s, "bc"));
+  s = s.c_str() + 5;
+  EXPECT_TRUE(Holds(s, "cbc"));
+  Unit<S> const unterminated[2] = {'x', 'y'};  // nothing past the count is read
+  s.copy(unterminated, 2);
+  EXPECT_TRUE(Holds(s, "xy"));
 }
 
 TYPED_TEST(StringForms, FailedAllocationLeavesTheStringEmpty) {
   using S = TypeParam;
   auto const abc = Text<S>("abc");
-  S built;
   S appended(abc.data());
   S assigned(abc.data());
   {
-    ScopedFailure failure(Channel::Malloc, 1);
-    built = S(abc.data());
-  }
-  {
-    ScopedFailure failure(Channel::Malloc, 1);
+    ScopedFailure failure(Channel::Malloc);
+    EXPECT_TRUE(S(abc.data()).empty());
     appended += abc.data();
-  }
-  {
-    ScopedFailure failure(Channel::Malloc, 1);
     assigned = abc.data();
   }
-  EXPECT_TRUE(built.empty());
-  EXPECT_TRUE(Holds(built, ""));
   EXPECT_TRUE(appended.empty());
   EXPECT_TRUE(assigned.empty());
 }
 
-TEST(WideString, MeasuresSixteenBitUnits) {
+TEST(WideText, MeasuresAndComparesSixteenBitUnits) {
   // A 32-bit wchar_t measure would run past the zero unit after "ab".
-  char16_t const text[] = u"ab\0cd";
-  stringbase<unsigned short, wstringfuncs> s(W(text));
-  EXPECT_EQ(s.length(), 2u);
-  s = W(u"\u00e9\xffff");
-  ASSERT_EQ(s.length(), 2u);
-  EXPECT_EQ(s[0], 0x00E9);
-  EXPECT_EQ(s[1], 0xFFFF);
-}
-
-TEST(WideText, CompareUsesUnsignedCodeUnitOrder) {
+  EXPECT_EQ((stringbase<unsigned short, wstringfuncs>(W(u"ab\0cd")).length()), 2u);
   EXPECT_EQ(Vorn::text::length(W(u"")), 0u);
   EXPECT_EQ(Vorn::text::compare(W(u"abc"), W(u"abc")), 0);
   EXPECT_LT(Vorn::text::compare(W(u"ab"), W(u"abc")), 0);
-  EXPECT_LT(Vorn::text::compare(W(u"B"), W(u"a")), 0);
-  EXPECT_GT(Vorn::text::compare(W(u"\xffff"), W(u"z")), 0);
-}
-
-TEST(WideText, CaselessCompareFoldsAsciiLettersToLowerCase) {
+  EXPECT_GT(Vorn::text::compare(W(u"\xffff"), W(u"z")), 0);  // unsigned unit order
   EXPECT_EQ(Vorn::text::compare_caseless(W(u"Name_1"), W(u"nAME_1")), 0);
-  EXPECT_LT(Vorn::text::compare_caseless(W(u"a"), W(u"B")), 0);
   EXPECT_LT(Vorn::text::compare_caseless(W(u"ab"), W(u"ABC")), 0);
   // 'A' compares as 'a', after '_', although its own code is below it.
   EXPECT_GT(Vorn::text::compare_caseless(W(u"A"), W(u"_")), 0);

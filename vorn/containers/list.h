@@ -13,7 +13,7 @@
 // holds pointers to itself and is only ever copied through its copy constructor,
 // assign or swap. size() is constant-time through a stored count.
 //
-// The only single-element insertion is insert(pos), which appends a value-initialised
+// The only single-element insertion is insert(pos), which inserts a value-initialised
 // element that the caller then fills through the returned iterator.
 //
 // Not thread-safe: use one object from one thread at a time.
@@ -42,8 +42,10 @@ struct VORN_API _ListLinks {
 };
 
 // One element's heap block. Layout: the links (next, then prev) as the base, then the
-// value. The value is constructed and destroyed by the list, not by the node, so a
-// node can be linked before its value exists.
+// value. The links come first so that the sentinel, which has no value, is a complete
+// links object inside the list rather than a node pretended into place. The value is
+// constructed and destroyed by the list, not by the node, so a node can be linked
+// before its value exists.
 template <class T>
 struct VORN_API _ListNode : _ListLinks {
   _ListNode() noexcept {}
@@ -302,8 +304,8 @@ public:
     if (it != other.end() && pos != it && pos != last) _Splice(pos, other, it, last, 1);
   }
   // Moves [first, last) (in other) before pos; from another list this walks the range
-  // once to count it. Does nothing for an empty range or when the range already sits
-  // right before pos (pos is last or first).
+  // once to count it. Does nothing for an empty range or when pos is last or first (the
+  // range would stay where it is). Within one list, pos must not lie inside the range.
   void splice(iterator pos, list& other, iterator first, iterator last) {
     if (first == last || pos == last || pos == first) return;
     unsigned int const count =

@@ -42,6 +42,15 @@ int compare_caseless(unsigned short const* a, unsigned short const* b) {
 }
 
 }  // namespace text
+
+namespace detail {
+
+void throw_string_index_error() {
+  static char text[] = "Index out of Range";
+  throw static_cast<char*>(text);
+}
+
+}  // namespace detail
 }  // namespace Vorn
 
 namespace {

@@ -40,6 +40,14 @@ VORN_API int compare(unsigned short const* a, unsigned short const* b);
 VORN_API int compare_caseless(unsigned short const* a, unsigned short const* b);
 
 }  // namespace text
+
+namespace detail {
+
+// Throws the string's index error: a bare char* to the static text "Index out of Range",
+// so that handlers for char* and for char const* both catch it.
+[[noreturn]] VORN_API void throw_string_index_error();
+
+}  // namespace detail
 }  // namespace Vorn
 
 // Traits of the narrow form: measures with strlen.
@@ -115,10 +123,11 @@ public:
     return result;
   }
 
-  // The code unit at index. Throws the bare char const* "Index out of Range" (capital R,
-  // not a VornException) when index >= length(), so s[0] throws on an empty string.
+  // The code unit at index, by value. Throws a bare char* pointing at the static text
+  // "Index out of Range" (capital R; not a VornException, and the same narrow text for
+  // both forms) when index >= length(), so s[0] throws on an empty string.
   C operator[](unsigned int index) const {
-    if (index >= length_) throw "Index out of Range";
+    if (index >= length_) Vorn::detail::throw_string_index_error();
     return buffer_[index];
   }
   // Any other integer type: the same check, with negative indexes out of range too.
@@ -128,9 +137,11 @@ public:
                                       int> = 0>
   C operator[](I index) const {
     if constexpr (std::is_signed<I>::value) {
-      if (index < 0) throw "Index out of Range";
+      if (index < 0) Vorn::detail::throw_string_index_error();
     }
-    if (static_cast<unsigned long long>(index) >= length_) throw "Index out of Range";
+    if (static_cast<unsigned long long>(index) >= length_) {
+      Vorn::detail::throw_string_index_error();
+    }
     return buffer_[index];
   }
 
