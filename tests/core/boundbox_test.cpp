@@ -1,6 +1,8 @@
 #include <vorn/core/boundbox.h>
 
 #include <limits>
+#include <sstream>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -10,159 +12,105 @@ namespace {
 
 using vorn_test::ThrowsVornException;
 
-double const kNan = std::numeric_limits<double>::quiet_NaN();
-char const* const kNotInitialized = "Boundbox not initialized";
-
-void ExpectExtent(VornBoundbox const& box, double minX, double maxX, double minY, double maxY) {
-  EXPECT_EQ(box.MinX, minX);
-  EXPECT_EQ(box.MaxX, maxX);
-  EXPECT_EQ(box.MinY, minY);
-  EXPECT_EQ(box.MaxY, maxY);
+// The box as text, with a "-" in front while it is uninitialised.
+std::string Box(VornBoundbox const& b) {
+  std::ostringstream out;
+  out << (b.IsInit() ? "" : "-") << b.MinX << ".." << b.MaxX << " x " << b.MinY << ".." << b.MaxY;
+  return out.str();
 }
 
-// Both containment overloads, so that they cannot drift apart.
-void ExpectContains(VornBoundbox const& box, double x, double y, bool inside) {
-  EXPECT_EQ(box.IsPointInBoundbox(x, y), inside) << x << ", " << y;
+// Each query runs both of its overloads, so that they cannot drift apart.
+bool Contains(VornBoundbox const& box, double x, double y) {
+  bool const inside = box.IsPointInBoundbox(x, y);
   EXPECT_EQ(box.IsPointInBoundbox(VornCoordinate{x, y}), inside) << x << ", " << y;
+  return inside;
 }
 
-// Both intersection overloads, so that they cannot drift apart.
-void ExpectIntersects(VornBoundbox const& box, double minX, double maxX, double minY, double maxY,
-                      bool overlap) {
-  EXPECT_EQ(box.HasIntersection(minX, maxX, minY, maxY), overlap);
-  EXPECT_EQ(box.HasIntersection(VornBoundbox(minX, maxX, minY, maxY)), overlap);
-}
-
-void ExpectQueriesRefused(VornBoundbox const& box) {
-  VornCoordinate const origin{0, 0};
-  VornBoundbox const unit(0, 1, 0, 1);
-  EXPECT_TRUE(ThrowsVornException([&] { box.IsPointInBoundbox(0, 0); }, kNotInitialized, 5004));
-  EXPECT_TRUE(ThrowsVornException([&] { box.IsPointInBoundbox(origin); }, kNotInitialized, 5004));
-  EXPECT_TRUE(ThrowsVornException([&] { box.HasIntersection(0, 1, 0, 1); }, kNotInitialized, 5004));
-  EXPECT_TRUE(ThrowsVornException([&] { box.HasIntersection(unit); }, kNotInitialized, 5004));
+bool Intersects(VornBoundbox const& box, double minX, double maxX, double minY, double maxY) {
+  bool const overlap = box.HasIntersection(minX, maxX, minY, maxY);
+  EXPECT_EQ(box.HasIntersection(VornBoundbox(minX, maxX, minY, maxY)), overlap) << minX;
+  return overlap;
 }
 
 TEST(Boundbox, UninitialisedBoxRefusesQueriesAndResetKeepsStaleValues) {
-  VornBoundbox box;
-  EXPECT_FALSE(box.IsInit());
-  ExpectExtent(box, 0, 0, 0, 0);
-  ExpectQueriesRefused(box);
-
-  box.Set(1, 2, 3, 4);  // minX, maxX, minY, maxY
-  EXPECT_TRUE(box.IsInit());
+  EXPECT_EQ(Box(VornBoundbox()), "-0..0 x 0..0");
+  VornBoundbox box(1, 2, 3, 4);  // minX, maxX, minY, maxY
   box.Reset();
-  ExpectExtent(box, 1, 2, 3, 4);
-  ExpectQueriesRefused(box);
-  box.AddCoordinate(5, 7);
-  ExpectExtent(box, 5, 5, 7, 7);
-  ExpectContains(box, 5, 7, true);
+  EXPECT_EQ(Box(box), "-1..2 x 3..4");
+  char const* const message = "Boundbox not initialized";
+  EXPECT_TRUE(ThrowsVornException([&] { box.IsPointInBoundbox(0, 0); }, message, 5004));
+  EXPECT_TRUE(ThrowsVornException([&] { box.IsPointInBoundbox({0, 0}); }, message, 5004));
+  EXPECT_TRUE(ThrowsVornException([&] { box.HasIntersection(0, 1, 0, 1); }, message, 5004));
+  EXPECT_TRUE(ThrowsVornException([&] { box.HasIntersection(VornBoundbox()); }, message, 5004));
+  box.AddCoordinate(5, 7);  // the first point replaces the stale numbers
+  EXPECT_EQ(Box(box), "5..5 x 7..7");
 }
 
-TEST(Boundbox, AddCoordinateWidensButNanNever) {
+TEST(Boundbox, AddCoordinateWidensButANanNever) {
+  double const nan = std::numeric_limits<double>::quiet_NaN();
   VornBoundbox box;
-  box.AddCoordinate(VornCoordinate{1, 1});
-  box.AddCoordinate(-1, 9);
-  box.AddCoordinate(8, -2);
-  box.AddCoordinate(kNan, kNan);
-  ExpectExtent(box, -1, 8, -2, 9);
-
-  VornBoundbox poisoned;
-  poisoned.AddCoordinate(kNan, 2);  // a NaN first point is the extent
-  EXPECT_TRUE(poisoned.IsInit());
-  EXPECT_NE(poisoned.MinX, poisoned.MinX);
-}
-
-TEST(Boundbox, AddCoordinateTestsTheMaximumOnlyWhenNotBelowTheMinimum) {
-  VornBoundbox box(10, 0, 10, 0);  // accepted with min above max
-  ExpectContains(box, 5, 5, false);
-  ExpectContains(box, 10, 10, false);
-  box.AddCoordinate(5, 5);
-  ExpectExtent(box, 5, 0, 5, 0);
+  for (VornCoordinate c : {VornCoordinate{1, 1}, {-1, 9}, {8, -2}, {nan, nan}}) {
+    box.AddCoordinate(c);
+  }
+  EXPECT_EQ(Box(box), "-1..8 x -2..9");
+  box.Reset();
+  box.AddCoordinate(nan, 2);  // a NaN first point is the extent
+  EXPECT_EQ(Box(box), "nan..nan x 2..2");
+  box.Set(10, 0, 10, 0);  // accepted with min above max: then nothing is inside
+  EXPECT_FALSE(Contains(box, 5, 5));
+  box.AddCoordinate(5, 5);  // the maximum is tested only for a value not below the minimum
+  EXPECT_EQ(Box(box), "5..0 x 5..0");
 }
 
 TEST(Boundbox, AddCoordinatesFromAnArraySkipsTheLastCoordinate) {
   VornCoordinate points[] = {{1, 1}, {2, 3}, {100, 100}};
   VornBoundbox box;
+  for (int count : {1, 0, -5}) box.AddCoordinates(points, count);
+  EXPECT_FALSE(box.IsInit());
   box.AddCoordinates(points, 3);
-  ExpectExtent(box, 1, 2, 1, 3);
-
-  VornBoundbox untouched;
-  for (int count : {1, 0, -5}) untouched.AddCoordinates(points, count);
-  untouched.AddCoordinates(nullptr, 1);  // never dereferenced
-  EXPECT_FALSE(untouched.IsInit());
-
+  EXPECT_EQ(Box(box), "1..2 x 1..3");
   Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>> all;
-  ASSERT_TRUE(all.push_back(points[0]) && all.push_back(points[2]));
-  VornBoundbox fromVector;
-  fromVector.AddCoordinates(all);
-  ExpectExtent(fromVector, 1, 100, 1, 100);
+  ASSERT_TRUE(all.push_back(points[2]));
+  box.AddCoordinates(all);  // the vector form takes every element
+  EXPECT_EQ(Box(box), "1..100 x 1..100");
 }
 
 TEST(Boundbox, AddBoundboxWidensEachBoundAndIgnoresTheArgumentsFlag) {
   VornBoundbox box;
   box.AddBoundbox(3, 1, 4, 2);  // taken as given while uninitialised
-  ExpectExtent(box, 3, 1, 4, 2);
   box.AddBoundbox(2, 2, 5, 5);
-  ExpectExtent(box, 2, 2, 4, 5);
-
-  VornBoundbox five(5, 6, 5, 6);
-  five.AddBoundbox(VornBoundbox());  // the argument's zeros count
-  ExpectExtent(five, 0, 6, 0, 6);
-  VornBoundbox stale(-9, 9, -9, 9);
-  stale.Reset();
-  five.AddBoundbox(stale);
-  ExpectExtent(five, -9, 9, -9, 9);
+  EXPECT_EQ(Box(box), "2..2 x 4..5");
+  box.AddBoundbox(VornBoundbox());  // the default argument's zeros count
+  EXPECT_EQ(Box(box), "0..2 x 0..5");
 }
 
-TEST(Boundbox, EdgesAndCornersAreInside) {
+TEST(Boundbox, EdgesAndCornersAreInsideAndTouchingBoxesIntersect) {
   VornBoundbox box(0, 10, 0, 10);
-  ExpectContains(box, 10, 10, true);
-  ExpectContains(box, -0.0, 0, true);
-  ExpectContains(box, 10.0000001, 5, false);
-  ExpectContains(box, 5, -0.0000001, false);
-  ExpectContains(box, kNan, 5, false);
-  box.MaxX = 20;  // the references write through
-  ExpectContains(box, 15, 5, true);
-}
-
-TEST(Boundbox, TouchingBoxesIntersect) {
-  VornBoundbox box(0, 10, 0, 10);
-  ExpectIntersects(box, 10, 20, 10, 20, true);  // corner
-  ExpectIntersects(box, -5, 0, 2, 3, true);     // edge
-  ExpectIntersects(box, -5, 20, -5, 20, true);  // around
-  ExpectIntersects(box, 10.5, 20, 0, 10, false);
-  ExpectIntersects(box, -5, -0.5, 0, 10, false);
-  ExpectIntersects(box, 0, 10, 10.5, 20, false);
-  ExpectIntersects(box, 0, 10, -5, -0.5, false);
-  ExpectIntersects(VornBoundbox(5, 5, 5, 5), 5, 6, 0, 5, true);
+  EXPECT_TRUE(Contains(box, 10, 10));
+  EXPECT_FALSE(Contains(box, 10.0000001, 5) || Contains(box, 5, -0.0000001));
+  EXPECT_TRUE(Intersects(box, 10, 20, 10, 20) && Intersects(box, -5, 0, 2, 3));
+  EXPECT_FALSE(Intersects(box, 10.5, 20, 0, 10) || Intersects(box, -5, -0.5, 0, 10));
+  EXPECT_FALSE(Intersects(box, 0, 10, 10.5, 20) || Intersects(box, 0, 10, -5, -0.5));
   EXPECT_TRUE(box.HasIntersection(VornBoundbox()));  // the argument's flag is not looked at
+  box.MaxX = 20;  // the references write through
+  EXPECT_TRUE(Contains(box, 15, 5));
 }
 
 TEST(Boundbox, AssignmentNeedsAnInitialisedSourceAndNeverRebinds) {
-  VornBoundbox target(1, 2, 3, 4);
-  EXPECT_TRUE(ThrowsVornException([&] { target = VornBoundbox(); }, kNotInitialized, 5004));
-  ExpectExtent(target, 1, 2, 3, 4);
-
-  VornBoundbox fresh;
+  VornBoundbox target;
+  EXPECT_TRUE(ThrowsVornException([&] { target = VornBoundbox(); }, "Boundbox not initialized",
+                                  5004));
+  EXPECT_FALSE(target.IsInit());
   VornBoundbox source(5, 6, 7, 8);
-  EXPECT_EQ(&(fresh = source), &fresh);
-  EXPECT_TRUE(fresh.IsInit());
+  EXPECT_EQ(&(target = source), &target);
   source.MinX = -100;
-  ExpectExtent(fresh, 5, 6, 7, 8);
-}
-
-// The copy the list collections make: the copy's references read the source, while its
-// own queries use the values it copied.
-TEST(Boundbox, MemberwiseCopyKeepsItsReferencesOnTheSource) {
-  VornBoundbox source(0, 10, 0, 10);
-  VornBoundbox copy(source);
+  EXPECT_EQ(Box(target), "5..6 x 7..8");
+  // The member-wise copy the list collections make reads the source through its
+  // references, while its own queries use the values it copied.
+  VornBoundbox const copy(source);
   source.Set(100, 110, 100, 110);
-  ExpectExtent(copy, 100, 110, 100, 110);
-  ExpectContains(copy, 5, 5, true);
-  EXPECT_FALSE(source.HasIntersection(copy));
-  VornBoundbox widened(50, 50, 50, 50);
-  widened.AddBoundbox(copy);
-  ExpectExtent(widened, 50, 110, 50, 110);
+  EXPECT_EQ(Box(copy), "100..110 x 100..110");
+  EXPECT_TRUE(Contains(copy, 5, 7));
 }
 
 }  // namespace

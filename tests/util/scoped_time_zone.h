@@ -12,32 +12,25 @@ namespace vorn_test {
 
 class ScopedTimeZone {
 public:
-  explicit ScopedTimeZone(char const* zone) {
-    char const* previous = getenv("TZ");
-    had_previous_ = previous != nullptr;
-    if (had_previous_) previous_ = previous;
+  explicit ScopedTimeZone(char const* zone)
+      : had_previous_(getenv("TZ") != nullptr), previous_(had_previous_ ? getenv("TZ") : "") {
     setenv("TZ", zone, 1);
     tzset();
   }
   ~ScopedTimeZone() {
-    if (had_previous_) {
-      setenv("TZ", previous_.c_str(), 1);
-    } else {
-      unsetenv("TZ");
-    }
+    had_previous_ ? setenv("TZ", previous_.c_str(), 1) : unsetenv("TZ");
     tzset();
   }
   ScopedTimeZone(ScopedTimeZone const&) = delete;
   ScopedTimeZone& operator=(ScopedTimeZone const&) = delete;
 
 private:
-  bool had_previous_ = false;
-  std::string previous_;
+  bool const had_previous_;
+  std::string const previous_;
 };
 
-// Zones used by the tests: no offset; a fixed half-hour offset east of UTC; a fixed
-// offset west of UTC; central European rules with daylight saving from the last Sunday
-// of March 01:00 UTC to the last Sunday of October 01:00 UTC.
+// No offset; a fixed half-hour offset east of UTC; a fixed offset west of UTC; central
+// European rules, daylight saving from the last Sunday of March to that of October.
 constexpr char const* kUtc = "UTC0";
 constexpr char const* kPlusFiveThirty = "ABC-05:30";
 constexpr char const* kMinusEight = "XYZ+08";

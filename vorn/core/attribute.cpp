@@ -7,6 +7,9 @@
 #include <vorn/foundation/exception.h>
 #include <vorn/util/vorn_util.h>
 
+// Every member of the attribute array, exported as declared in attribute.h.
+template class Vorn::vector<VornAttribute, Vorn::allocator, Vorn::exponential_growth<10>>;
+
 namespace {
 
 // Narrow UTF-8 text as wide text; a null text converts to the empty text.

@@ -12,6 +12,10 @@
 // there. The accessors neither check the kind nor convert; each reinterprets the storage
 // it names, so callers look at DataType() first.
 //
+// Running out of memory: a BLOB buffer that cannot be allocated throws
+// VornException("Out of Memory", 5005); a name or text whose buffer cannot be allocated
+// is stored empty (Length() 0 for a text) without a report, as the library's strings do.
+//
 // Not thread-safe: use one object from one thread at a time.
 #ifndef VORN_CORE_ATTRIBUTE_H
 #define VORN_CORE_ATTRIBUTE_H
@@ -20,7 +24,9 @@
 #include <cstring>
 #include <ctime>
 
+#include <vorn/containers/vector.h>
 #include <vorn/foundation/export.h>
+#include <vorn/foundation/memory.h>
 #include <vorn/foundation/stringbase.h>
 #include <vorn/util/date_time.h>
 
@@ -28,10 +34,6 @@
 // underlying type is fixed to int so that any kind number, also one outside 0..6 found
 // in a damaged record, is a valid value of the type; assignment rejects such numbers.
 enum VornDatatypeEnum : int { String = 0, Double, Int32, Int64, Bool, DateTime, BLOB };
-
-namespace vorn_test {
-struct AttributePeer;
-}
 
 class VORN_API VornAttribute {
 public:
@@ -137,8 +139,6 @@ public:
   WideString Name;  // the key by which collections find the attribute
 
 private:
-  friend struct vorn_test::AttributePeer;  // lets tests store a kind number out of range
-
   unsigned char* BlobBuffer() const {
     return reinterpret_cast<unsigned char*>(static_cast<std::intptr_t>(m_value));
   }
@@ -165,5 +165,11 @@ static_assert(sizeof(void*) <= sizeof(long long), "the value slot must hold a po
 // have no equality and no order.
 VORN_API bool operator==(VornAttribute const& a, VornAttribute const& b);
 VORN_API bool operator<(VornAttribute const& a, VornAttribute const& b);
+
+// The attribute array that collections are filled from. It is compiled once, with every
+// member, in attribute.cpp and exported from there; declared directly after the element
+// type so that the export attribute precedes every use of the array.
+extern template class VORN_API
+    Vorn::vector<VornAttribute, Vorn::allocator, Vorn::exponential_growth<10>>;
 
 #endif

@@ -5,8 +5,6 @@
 #include <vorn/foundation/exception.h>
 #include <vorn/foundation/stringbase.h>
 
-template class Vorn::vector<VornAttribute, Vorn::allocator, Vorn::exponential_growth<10>>;
-
 namespace {
 
 [[noreturn]] void ThrowParameterIsNull() { throw VornException("Parameter is NULL", 5003); }

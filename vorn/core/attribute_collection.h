@@ -29,12 +29,6 @@
 #include <vorn/foundation/memory.h>
 #include <vorn/util/date_time.h>
 
-// Compiled once, with every member, in the library (attribute_collection.cpp) and
-// exported from it. The visibility is given here, where the instantiation is first
-// named: Vorn::allocator is internal, and would otherwise hide the whole instantiation.
-extern template class VORN_API
-    Vorn::vector<VornAttribute, Vorn::allocator, Vorn::exponential_growth<10>>;
-
 class VORN_API VornAttributeCollection {
 public:
   typedef Vorn::vector<VornAttribute, Vorn::allocator, Vorn::exponential_growth<10>>

@@ -47,10 +47,12 @@ VORN_API bool operator!=(VornCoordinate const& a, VornCoordinate const& b);
 // coordinate as equivalent to every other. Do not rely on it for ordering.
 VORN_API bool operator<(VornCoordinate const& a, VornCoordinate const& b);
 
-// The coordinate array every coordinate vector is built on. It is compiled once, with
-// every member, inside the library (coordinate_vector.cpp) and exported from there. The
-// declaration sits next to the element type so that it, and its export attribute,
-// precede any use of the array in every translation unit.
+// The coordinate array of VornCoordinateVector and VornBoundbox::AddCoordinates. It is
+// compiled once, with every member, in coordinate.cpp and exported from there. The
+// declaration sits directly after the element type on purpose: no translation unit can
+// name the array before including this header, so the export attribute always precedes
+// the first use (a declaration placed after an implicit instantiation would lose its
+// attribute, with a warning).
 extern template class VORN_API
     Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>>;
 

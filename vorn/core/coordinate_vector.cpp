@@ -9,9 +9,6 @@
 
 #include <vorn/foundation/exception.h>
 
-// Every member of the coordinate array, exported as declared in coordinate.h.
-template class Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>>;
-
 VornCoordinateVector::VornCoordinateVector() : VornBoundbox(), m_coords() {}
 
 VornCoordinateVector::VornCoordinateVector(VornCoordinate* coords, int count)

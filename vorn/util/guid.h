@@ -33,7 +33,8 @@ public:
   // null pointer is tested.
   static char* GenerateGuid(char* buffer);
 
-  // A fresh identifier as a narrow string of length 36.
+  // A fresh identifier as a narrow string of length 36; an empty string if the string's
+  // buffer cannot be allocated.
   static stringbase<char, astringfuncs> GenerateGuid();
 
   // Starts at 2. Applications may read and write it.
