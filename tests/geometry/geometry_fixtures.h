@@ -1,22 +1,36 @@
-// Shared helpers for the geometry tests: coordinate callbacks, ring builders and box checks.
+// Shared helpers for the geometry tests, which live in namespace geometry_test: a
+// context-driven callback, a counted point, ring and line builders, element listings and
+// a box check.
 #ifndef VORN_TESTS_GEOMETRY_FIXTURES_H
 #define VORN_TESTS_GEOMETRY_FIXTURES_H
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <type_traits>
 #include <vector>
 
 #include <vorn/core/boundbox.h>
-#include <vorn/core/coordinate.h>
-#include <vorn/foundation/exception.h>
 #include <vorn/geometry/line.h>
+#include <vorn/geometry/point.h>
 #include <vorn/geometry/polygon.h>
+
+#include "support/alloc_failure.h"
+#include "support/vorn_exception_matcher.h"
+#include "support/wide.h"
+
+// Expects `statement` to raise VornException with exactly this message and code.
+#define EXPECT_VORN_ERROR(statement, message, code) \
+  EXPECT_TRUE(::vorn_test::ThrowsVornException([&] { statement; }, message, code))
 
 namespace geometry_test {
 
-// Context of Shift: adds (dx, dy) to every coordinate, counts the calls and, when
-// throwAfter is not negative, throws on the call after that many.
+using vorn_test::Channel;
+using vorn_test::ScopedFailure;
+using vorn_test::W;
+
+// Context of Shift: adds (dx, dy) to every coordinate and counts the calls; when
+// throwAfter is not negative, the call after that many throws std::runtime_error.
 struct ShiftContext {
   double dx;
   double dy;
@@ -26,15 +40,21 @@ struct ShiftContext {
 
 inline void Shift(double x, double y, double* outX, double* outY, void* context) {
   ShiftContext* const shift = static_cast<ShiftContext*>(context);
-  if (shift->throwAfter >= 0 && shift->calls == shift->throwAfter) {
-    throw std::runtime_error("callback failed");
-  }
+  if (shift->calls == shift->throwAfter) throw std::runtime_error("callback failed");
   ++shift->calls;
   *outX = x + shift->dx;
   *outY = y + shift->dy;
 }
 
-// An axis-aligned ring with the corners of minX..maxX x minY..maxY, counter-clockwise.
+// A point that counts how often a point's destructor ran.
+class CountedPoint : public VornPoint {
+public:
+  CountedPoint(double x, double y) : VornPoint(x, y) {}
+  ~CountedPoint() override { ++destroyed; }
+  static inline int destroyed = 0;
+};
+
+// A heap ring with the four corners of minX..maxX x minY..maxY.
 inline VornPolygon* NewRing(double minX, double maxX, double minY, double maxY, bool hole) {
   VornCoordinate corners[4] = {{minX, minY}, {maxX, minY}, {maxX, maxY}, {minX, maxY}};
   return new VornPolygon(corners, 4, hole);
@@ -45,33 +65,24 @@ inline VornLine* NewLine(double x0, double y0, double x1, double y1) {
   return new VornLine(ends, 2);
 }
 
-// The element pointers of a list collection, in order.
+// The element pointers of a collection, in order.
 template <class Collection>
 auto Pointers(Collection& collection) {
-  std::vector<typename std::remove_reference<decltype(*collection.begin())>::type> result;
+  std::vector<typename std::decay<decltype(*collection.begin())>::type> result;
   for (auto it = collection.begin(); it != collection.end(); ++it) result.push_back(*it);
   return result;
 }
 
-inline void ExpectBox(VornBoundbox const& box, double minX, double maxX, double minY,
-                      double maxY) {
-  EXPECT_TRUE(box.IsInit());
-  EXPECT_EQ(box.MinX, minX);
-  EXPECT_EQ(box.MaxX, maxX);
-  EXPECT_EQ(box.MinY, minY);
-  EXPECT_EQ(box.MaxY, maxY);
-}
-
-// Runs `action` and expects a VornException with exactly this message and code.
-template <class Action>
-void ExpectVornError(Action action, char const* message, int code) {
-  try {
-    action();
-    ADD_FAILURE() << "expected VornException \"" << message << "\" " << code;
-  } catch (VornException const& e) {
-    EXPECT_STREQ(e.Message(), message);
-    EXPECT_EQ(e.ErrorCode(), code);
+// Whether `box` is initialised and spans exactly minX..maxX x minY..maxY.
+inline ::testing::AssertionResult HasBox(VornBoundbox const& box, double minX, double maxX,
+                                         double minY, double maxY) {
+  if (box.IsInit() && box.MinX == minX && box.MaxX == maxX && box.MinY == minY &&
+      box.MaxY == maxY) {
+    return ::testing::AssertionSuccess();
   }
+  return ::testing::AssertionFailure()
+         << "box " << (box.IsInit() ? "" : "(uninitialised) ") << box.MinX << ".." << box.MaxX
+         << " x " << box.MinY << ".." << box.MaxY;
 }
 
 }  // namespace geometry_test

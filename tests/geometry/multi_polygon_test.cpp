@@ -1,24 +1,14 @@
 #include <vorn/geometry/multi_polygon.h>
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
 #include "geometry_fixtures.h"
-#include "support/wide.h"
 
-using geometry_test::ExpectBox;
-using geometry_test::ExpectVornError;
-using geometry_test::NewRing;
-using geometry_test::Pointers;
-using vorn_test::W;
-
+namespace geometry_test {
 namespace {
 
-// Adds rings 0..1, 2..3, ... along x; flags[i] marks ring i as a hole.
-std::vector<VornPolygon*> Fill(VornMultiPolygon& area, std::vector<bool> const& flags) {
+// Adds unit rings at x = 0, 2, 4, ...; holes[i] marks ring i as a hole.
+std::vector<VornPolygon*> Fill(VornMultiPolygon& area, std::vector<bool> const& holes) {
   double x = 0;
-  for (bool hole : flags) {
+  for (bool hole : holes) {
     area.Polygons.AddReference(NewRing(x, x + 1, 0, 1, hole));
     x += 2;
   }
@@ -27,67 +17,61 @@ std::vector<VornPolygon*> Fill(VornMultiPolygon& area, std::vector<bool> const& 
 
 }  // namespace
 
-TEST(MultiPolygon, RemoveHolesRestartsAtTheSecondRing) {
+TEST(MultiPolygon, RemoveHolesResumesAtTheSecondRingAndSortHolesKeepsTheDefinedOrder) {
+  struct Case {
+    std::vector<bool> holes;
+    std::vector<unsigned> survivors;
+  };
+  Case const cases[] = {{{false, true, true}, {0}}, {{true, true, false}, {1, 2}}, {{true}, {}}};
+  for (Case const& c : cases) {
+    VornMultiPolygon area;
+    std::vector<VornPolygon*> const rings = Fill(area, c.holes);
+    area.RemoveHoles();
+    std::vector<VornPolygon*> expected;
+    for (unsigned i : c.survivors) expected.push_back(rings[i]);
+    EXPECT_EQ(Pointers(area.Polygons), expected);
+    if (expected.empty()) {
+      EXPECT_FALSE(area.Polygons.Boundbox.IsInit());
+    } else {
+      EXPECT_TRUE(HasBox(area.Polygons.Boundbox, 2.0 * c.survivors.front(),
+                         2.0 * c.survivors.back() + 1, 0, 1));
+    }
+  }
   VornMultiPolygon sorted;
-  std::vector<VornPolygon*> const s = Fill(sorted, {false, true, true});
-  sorted.RemoveHoles();
-  EXPECT_EQ(Pointers(sorted.Polygons), std::vector<VornPolygon*>{s[0]});
-  ExpectBox(sorted.Polygons.Boundbox, 0, 1, 0, 1);
-
-  VornMultiPolygon holesFirst;
-  std::vector<VornPolygon*> const h = Fill(holesFirst, {true, true, false});
-  holesFirst.RemoveHoles();
-  EXPECT_EQ(Pointers(holesFirst.Polygons), (std::vector<VornPolygon*>{h[1], h[2]}));
-  holesFirst.RemoveHoles();
-  EXPECT_EQ(Pointers(holesFirst.Polygons), std::vector<VornPolygon*>{h[2]});
-
-  VornMultiPolygon onlyHole;
-  Fill(onlyHole, {true});
-  onlyHole.RemoveHoles();
-  EXPECT_EQ(onlyHole.Polygons.Count(), 0u);
-  EXPECT_FALSE(onlyHole.Polygons.Boundbox.IsInit());
+  std::vector<VornPolygon*> const p = Fill(sorted, {false, true, true});
+  sorted.SortHoles();
+  EXPECT_EQ(Pointers(sorted.Polygons), (std::vector<VornPolygon*>{p[0], p[2], p[1]}));
+  VornMultiPolygon solid;  // no holes: the box is not recomputed
+  Fill(solid, {false, false});
+  solid.Polygons.Boundbox.Set(-9, 9, -9, 9);
+  solid.RemoveHoles();
+  EXPECT_TRUE(HasBox(solid.Polygons.Boundbox, -9, 9, -9, 9));
 }
 
-TEST(MultiPolygon, RemoveHolesWithoutHolesLeavesTheBoxAlone) {
-  VornMultiPolygon area;
-  Fill(area, {false, false});
-  area.Polygons.Boundbox.Set(-9, 9, -9, 9);
-  area.RemoveHoles();
-  ExpectBox(area.Polygons.Boundbox, -9, 9, -9, 9);
-}
-
-TEST(MultiPolygon, SortHolesIsTheCollectionOrder) {
-  VornMultiPolygon area;
-  std::vector<VornPolygon*> const p = Fill(area, {false, true, true});
-  area.SortHoles();
-  EXPECT_EQ(Pointers(area.Polygons), (std::vector<VornPolygon*>{p[0], p[2], p[1]}));
-}
-
-TEST(MultiPolygon, SelfAssignmentLosesThePolygons) {
-  VornMultiPolygon area;
-  Fill(area, {false, true});
-  area.Tag = "kept";
-  VornMultiPolygon& alias = area;
-  area = alias;
-  EXPECT_EQ(area.Polygons.Count(), 0u);
-  EXPECT_STREQ(area.Tag.c_str(), "kept");
-}
-
-TEST(MultiPolygon, CopiesAreDeep) {
+TEST(MultiPolygon, CopiesAreDeepButSelfAssignmentLosesThePolygons) {
   VornMultiPolygon area;
   Fill(area, {false, true});
   area.Attributes.Add(W(u"Rate"), 3);
+  area.Tag = "kept";
   VornMultiPolygon const copy(area);
   EXPECT_EQ(copy.GetType(), MultiPolygon);
   ASSERT_EQ(copy.Polygons.Count(), 2u);
   EXPECT_NE(&copy.Polygons[0], &area.Polygons[0]);
   EXPECT_TRUE(copy.Polygons[1].IsHole);
   EXPECT_EQ(copy.Attributes.Count(), 1u);
+  EXPECT_STREQ(copy.Tag.c_str(), "kept");
+  VornMultiPolygon& alias = area;
+  area = alias;
+  EXPECT_EQ(area.Polygons.Count(), 0u);
+  EXPECT_STREQ(area.Tag.c_str(), "kept");
 }
 
 TEST(MultiPolygon, NullCallbackFailsAfterTheBoxWasReset) {
   VornMultiPolygon area;
   Fill(area, {false});
-  ExpectVornError([&] { area.Transform(nullptr, nullptr); }, "Parameter is NULL", 5003);
+  EXPECT_VORN_ERROR(area.Transform(nullptr, nullptr), "Parameter is NULL", 5003);
   EXPECT_FALSE(area.Polygons.Boundbox.IsInit());
+  EXPECT_EQ(area.Polygons[0].Coordinates.begin()[1].X, 1.0);
 }
+
+}  // namespace geometry_test

@@ -1,27 +1,14 @@
 #include <vorn/geometry/polygon_collection.h>
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
 #include "geometry_fixtures.h"
-#include "support/alloc_failure.h"
 
-using geometry_test::ExpectBox;
-using geometry_test::ExpectVornError;
-using geometry_test::NewRing;
-using geometry_test::Pointers;
-using geometry_test::Shift;
-using geometry_test::ShiftContext;
-using vorn_test::Channel;
-using vorn_test::ScopedFailure;
-
+namespace geometry_test {
 namespace {
 
-// Builds a collection of unit rings; flags[i] marks ring i as a hole.
-std::vector<VornPolygon*> Fill(VornPolygonCollection& rings, std::vector<bool> const& flags) {
+// Adds unit rings at x = 0, 2, 4, ...; holes[i] marks ring i as a hole.
+std::vector<VornPolygon*> Fill(VornPolygonCollection& rings, std::vector<bool> const& holes) {
   double x = 0;
-  for (bool hole : flags) {
+  for (bool hole : holes) {
     rings.AddReference(NewRing(x, x + 1, 0, 1, hole));
     x += 2;
   }
@@ -33,99 +20,76 @@ std::vector<VornPolygon*> Fill(VornPolygonCollection& rings, std::vector<bool> c
 TEST(PolygonCollection, KeepsItsBoxEvenWhenAskedNotTo) {
   VornPolygonCollection rings(false);
   EXPECT_TRUE(rings.AutoBoundbox);  // the argument is ignored
+  Fill(rings, {false, false, false});
+  rings.RemoveAt(2);
+  EXPECT_TRUE(HasBox(rings.Boundbox, 0, 3, 0, 1));
+  rings.Remove(++rings.begin());
+  EXPECT_TRUE(HasBox(rings.Boundbox, 0, 1, 0, 1));
 
   rings.AutoBoundbox = false;  // additions and Clear still track the box
-  rings.AddReference(NewRing(0, 1, 0, 1, false));
   rings.Add(VornCoordinateVector(), true);
-  ExpectBox(rings.Boundbox, 0, 1, 0, 1);
+  VornCoordinate far[2] = {{-4, 5}, {-3, 6}};
+  rings.Add(far, 2, false);
+  EXPECT_TRUE(HasBox(rings.Boundbox, -4, 1, 0, 6));
   rings.Clear();
   EXPECT_FALSE(rings.Boundbox.IsInit());
-
-  VornPolygonCollection tracked(false);
-  tracked.AddReference(NewRing(0, 1, 0, 1, false));
-  tracked.AddReference(NewRing(5, 6, 5, 6, false));
-  tracked.RemoveAt(1);
-  ExpectBox(tracked.Boundbox, 0, 1, 0, 1);
 }
 
-TEST(PolygonCollection, NullCallbackResetsTheBoxFirst) {
+TEST(PolygonCollection, TransformResetsTheBoxBeforeTestingTheCallback) {
   VornPolygonCollection rings;
-  rings.AddReference(NewRing(0, 1, 0, 1, false));
-  ExpectVornError([&] { rings.Transform(nullptr, nullptr); }, "Parameter is NULL", 5003);
+  Fill(rings, {false, true});
+  EXPECT_VORN_ERROR(rings.Transform(nullptr, nullptr), "Parameter is NULL", 5003);
   EXPECT_FALSE(rings.Boundbox.IsInit());
   EXPECT_EQ(rings[0].Coordinates.begin()[1].X, 1.0);
-}
-
-TEST(PolygonCollection, TransformMovesRingsAndBox) {
-  VornPolygonCollection rings;
-  rings.AddReference(NewRing(0, 1, 0, 1, false));
-  rings.AddReference(NewRing(3, 4, -2, 0, true));
   ShiftContext shift{-1, 1};
   rings.Transform(Shift, &shift);
   EXPECT_EQ(shift.calls, 8);
-  ExpectBox(rings.Boundbox, -1, 3, -1, 2);
+  EXPECT_TRUE(HasBox(rings.Boundbox, -1, 2, 1, 2));
 }
 
-TEST(PolygonCollection, SelfAssignmentEmptiesIt) {
+TEST(PolygonCollection, BadInputChangesNothingButSelfAssignmentEmpties) {
   VornPolygonCollection rings;
-  Fill(rings, {false, true});
+  Fill(rings, {false});
+  EXPECT_VORN_ERROR(rings[1], "Index out of range", 5002);
+  EXPECT_VORN_ERROR(rings.RemoveAt(1), "Index out of range", 5002);
+  EXPECT_VORN_ERROR(rings.RemoveReference(1), "Index out of range", 5002);
+  EXPECT_VORN_ERROR(rings.AddReference(nullptr), "Parameter is NULL", 5003);
+  EXPECT_VORN_ERROR(rings.Add(nullptr, 4, true), "Parameter is NULL", 5003);
+  VornPolygon const ring;
+  for (Channel channel : {Channel::Malloc, Channel::NothrowNew}) {
+    ScopedFailure failure(channel, 1);  // the copy, then its list node
+    EXPECT_VORN_ERROR(rings.Add(ring), "Parameter is NULL", 5003);
+  }
+  EXPECT_EQ(rings.Count(), 1u);
+  EXPECT_TRUE(HasBox(rings.Boundbox, 0, 1, 0, 1));
+
   VornPolygonCollection& alias = rings;
   rings = alias;
   EXPECT_EQ(rings.Count(), 0u);
   EXPECT_FALSE(rings.Boundbox.IsInit());
 }
 
-TEST(PolygonCollection, AddByCoordinatesRejectsNullWithoutLeaking) {
-  VornPolygonCollection rings;
-  ExpectVornError([&] { rings.Add(nullptr, 4, true); }, "Parameter is NULL", 5003);
-  EXPECT_EQ(rings.Count(), 0u);
-  VornCoordinate ring[3] = {{0, 0}, {2, 0}, {1, 1}};
-  rings.Add(ring, 3, true);
-  EXPECT_TRUE(rings[0].IsHole);
-}
-
-TEST(PolygonCollection, RemoveDeletesTheRingUnderTheIterator) {
-  VornPolygonCollection rings;
-  std::vector<VornPolygon*> const all = Fill(rings, {false, true, false});
-  VornPolygonCollection::iterator second = rings.begin();
-  ++second;
-  rings.Remove(second);
-  EXPECT_EQ(Pointers(rings), (std::vector<VornPolygon*>{all[0], all[2]}));
-  ExpectBox(rings.Boundbox, 0, 5, 0, 1);
-}
-
 TEST(PolygonCollection, SortHolesRelinksInTheDefinedOrder) {
-  VornPolygonCollection rings;
-  std::vector<VornPolygon*> const p = Fill(rings, {true, false, true, false});
-  rings.Boundbox.Set(7, 7, 7, 7);  // not touched by sorting
-  vorn_test::Reset();
-  rings.SortHoles();
-  EXPECT_EQ(vorn_test::Count(Channel::Malloc) + vorn_test::Count(Channel::NothrowNew), 0u);
-  EXPECT_EQ(Pointers(rings), (std::vector<VornPolygon*>{p[1], p[3], p[0], p[2]}));
-  ExpectBox(rings.Boundbox, 7, 7, 7, 7);
-
-  VornPolygonCollection abc;
-  std::vector<VornPolygon*> const q = Fill(abc, {false, true, true});
-  abc.SortHoles();  // the last ring is never visited
-  EXPECT_EQ(Pointers(abc), (std::vector<VornPolygon*>{q[0], q[2], q[1]}));
-
-  VornPolygonCollection single;
-  std::vector<VornPolygon*> const h = Fill(single, {true});
-  single.SortHoles();
-  EXPECT_EQ(Pointers(single), h);
+  struct Case {
+    std::vector<bool> holes;
+    std::vector<unsigned> order;
+  };
+  Case const cases[] = {{{true, false, true, false}, {1, 3, 0, 2}},
+                        {{false, true, true}, {0, 2, 1}},  // the last ring is never visited
+                        {{true, true, false}, {2, 0, 1}},
+                        {{true}, {0}}};
+  for (Case const& c : cases) {
+    VornPolygonCollection rings;
+    std::vector<VornPolygon*> const p = Fill(rings, c.holes);
+    rings.Boundbox.Set(7, 7, 7, 7);
+    vorn_test::Reset();
+    rings.SortHoles();
+    EXPECT_EQ(vorn_test::Count(Channel::Malloc) + vorn_test::Count(Channel::NothrowNew), 0u);
+    std::vector<VornPolygon*> expected;
+    for (unsigned i : c.order) expected.push_back(p[i]);
+    EXPECT_EQ(Pointers(rings), expected);
+    EXPECT_TRUE(HasBox(rings.Boundbox, 7, 7, 7, 7));
+  }
 }
 
-TEST(PolygonCollection, OutOfMemoryInAddIsReportedAsNull) {
-  VornPolygonCollection rings;
-  VornPolygon const ring;
-  {
-    ScopedFailure noCopy(Channel::Malloc, 1);
-    ExpectVornError([&] { rings.Add(ring); }, "Parameter is NULL", 5003);
-  }
-  {
-    ScopedFailure noNode(Channel::NothrowNew, 1);
-    ExpectVornError([&] { rings.Add(ring); }, "Parameter is NULL", 5003);
-  }
-  EXPECT_EQ(rings.Count(), 0u);
-  EXPECT_FALSE(rings.Boundbox.IsInit());
-}
+}  // namespace geometry_test

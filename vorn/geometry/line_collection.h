@@ -59,10 +59,12 @@ public:
   VornLineCollection const& operator=(VornLineCollection const& other);
 
   using owning_list::Add;
-  // Adds a new line holding every coordinate of v.
+  // Adds a new line holding every coordinate of v. Running out of memory for the line or
+  // its list node throws VornException("Parameter is NULL", 5003), as Add(VornLine const&).
   void Add(VornCoordinateVector const& v);
   // Adds a new line of coords[0] .. coords[count - 1]. Throws
-  // VornException("Parameter is NULL", 5003) when coords is null, before allocating.
+  // VornException("Parameter is NULL", 5003) when coords is null, before allocating, and
+  // when memory runs out, as above.
   void Add(VornCoordinate* coords, int count);
 };
 

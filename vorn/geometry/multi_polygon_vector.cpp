@@ -69,7 +69,7 @@ void VornMultiPolygonVector::AddRange(Vorn::multi_polygon_pointers const& v) {
 void VornMultiPolygonVector::AddRange(VornMultiPolygonVector const& v) {
   unsigned int const count = v.Count();
   Reserve(Count() + count);
-  // By position, so that appending a vector to itself reads only its original elements.
+  // By position, so that appending a vector to itself reads only the elements it held.
   for (unsigned int i = 0; i < count; ++i) {
     VornMultiPolygon* const element = v.m_items[i];
     if (element != nullptr) Add(*element);

@@ -64,8 +64,8 @@ public:
   bool Resize(unsigned int n);
 
   // The start of the pointer array (the value of begin()), typed as VornMultiPolygon*.
-  // Note: kept as it is for existing callers; it points at the pointers, not at a
-  // multi-polygon, so index through begin() instead.
+  // Note: deliberately typed this way although it points at the pointers, not at a
+  // multi-polygon: index through begin() instead.
   operator VornMultiPolygon*() const;
 
   VornMultiPolygon** begin() { return m_items.begin(); }
@@ -90,7 +90,7 @@ public:
   // An empty v changes nothing; otherwise room is reserved once.
   void AddRange(Vorn::multi_polygon_pointers const& v);
   // As above for the elements of another vector (room is reserved even when it is
-  // empty). Appending a vector to itself copies its original elements once.
+  // empty). Appending a vector to itself copies the elements it held at the call, once.
   void AddRange(VornMultiPolygonVector const& v);
 
   // Deletes the element at `index` and erases its slot. Throws

@@ -19,7 +19,9 @@
 // The kind of an object, as returned by GetType. The numbering is part of the interface:
 // collections and the factory functions switch on it.
 // Note: TreatmentMap (7) deliberately comes before TreatmentGridEx (8).
-enum VornObjectType {
+// The underlying type is fixed to int so that every kind number a caller's object may
+// report (not only 0 to 8) is a valid value that the collections can reject.
+enum VornObjectType : int {
   Point = 0,
   Line = 1,
   Polygon = 2,

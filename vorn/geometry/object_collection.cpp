@@ -1,5 +1,7 @@
 #include <vorn/geometry/object_collection.h>
 
+#include <iterator>
+
 #include <vorn/foundation/exception.h>
 #include <vorn/geometry/line.h>
 #include <vorn/geometry/multi_line.h>
@@ -119,16 +121,12 @@ void VornObjectCollection::Transform(VornTransformCallback callback, void* conte
 
 VornObjectCollection::iterator VornObjectCollection::at(unsigned int index) {
   assert(index < Count());
-  iterator it = m_items.begin();
-  for (; index > 0; --index) ++it;
-  return it;
+  return std::next(m_items.begin(), index);
 }
 
 VornObjectCollection::const_iterator VornObjectCollection::at(unsigned int index) const {
   assert(index < Count());
-  const_iterator it = m_items.begin();
-  for (; index > 0; --index) ++it;
-  return it;
+  return std::next(m_items.begin(), index);
 }
 
 bool VornObjectCollection::Link(IVornObject* object) {

@@ -25,7 +25,8 @@
 //   static constexpr bool kRecalcAfterTransform;           Transform ends with RecalcBoundbox
 //   static constexpr bool kGuardsSelfAssignment;           Assign(*this) keeps the contents
 // The public collection classes derive from an instantiation and add their own
-// constructors, assignment and extra operations.
+// constructors, assignment and extra operations through the protected members (Assign,
+// Adopt, Link, AppendUnchecked, RemoveNode, at and the list itself).
 //
 // Elements must derive from VornAllocator, so that copies come from VornMalloc (a null
 // result skips the constructor) and deletion returns them to VornFree.
@@ -35,6 +36,7 @@
 #define VORN_GEOMETRY_OWNING_LIST_H
 
 #include <cassert>
+#include <iterator>
 #include <type_traits>
 
 #include <vorn/containers/list.h>
@@ -222,31 +224,38 @@ protected:
     RecalcIfAuto();
   }
 
-  iterator at(unsigned int index) {
-    CheckIndex(index);
-    iterator it = m_items.begin();
-    for (unsigned int i = 0; i < index; ++i) ++it;
-    return it;
-  }
-
-  const_iterator at(unsigned int index) const {
-    CheckIndex(index);
-    const_iterator it = m_items.begin();
-    for (unsigned int i = 0; i < index; ++i) ++it;
-    return it;
-  }
-
-private:
-  // Appends a node for `element`, widening the box as the rules say; false (and nothing
-  // changed) when the node cannot be allocated.
-  bool Link(T* element) {
+  // Appends `element` as it is: no null test, Boundbox untouched. Returns false, with
+  // nothing changed, when no list node can be allocated; the caller then still owns the
+  // element. For collections whose Add widens the box by the source itself and keeps a
+  // copy that could not be allocated as a null member instead of failing.
+  bool AppendUnchecked(T* element) {
     iterator node = m_items.insert(m_items.end());
     if (node == m_items.end()) return false;
-    if (Rules::kBoxOnAdd == BoxOnAdd::Always || AutoBoundbox) Widen(element);
     *node = element;
     return true;
   }
 
+  // As AppendUnchecked, then widens Boundbox by the element's box as the rules say (a
+  // null element widens nothing).
+  bool Link(T* element) {
+    if (!AppendUnchecked(element)) return false;
+    if (Rules::kBoxOnAdd == BoxOnAdd::Always || AutoBoundbox) Widen(element);
+    return true;
+  }
+
+  // The position `index` steps from the first element. Checked lists throw
+  // VornException("Index out of range", 5002) when index >= Count().
+  iterator at(unsigned int index) {
+    CheckIndex(index);
+    return std::next(m_items.begin(), index);
+  }
+
+  const_iterator at(unsigned int index) const {
+    CheckIndex(index);
+    return std::next(m_items.begin(), index);
+  }
+
+private:
   void Widen(T const* element) {
     if (element != nullptr) Boundbox.AddBoundbox(Rules::BoxOf(*element));
   }

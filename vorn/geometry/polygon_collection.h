@@ -63,11 +63,13 @@ public:
   VornPolygonCollection const& operator=(VornPolygonCollection const& other);
 
   using owning_list::Add;
-  // Adds a new polygon holding every coordinate of v, with the given hole flag.
+  // Adds a new polygon holding every coordinate of v, with the given hole flag. Running out
+  // of memory for the polygon or its list node throws VornException("Parameter is NULL",
+  // 5003), as Add(VornPolygon const&).
   void Add(VornCoordinateVector const& v, bool isHole);
   // Adds a new polygon of coords[0] .. coords[count - 1] with the given hole flag. A null
   // coords makes the polygon's constructor throw VornException("Parameter is NULL", 5003);
-  // its storage is released and nothing changes.
+  // its storage is released and nothing changes. Out of memory: as above.
   void Add(VornCoordinate* coords, int count, bool isHole);
 
   // Deletes the polygon under `it` and unlinks it; RecalcBoundbox when AutoBoundbox.
