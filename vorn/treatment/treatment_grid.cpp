@@ -5,33 +5,34 @@
 
 #include <vorn/foundation/exception.h>
 
+namespace {
+
+void RequireInit(bool initialized) {
+  if (!initialized) {
+    throw VornException("Object not initialized", Vorn::ErrorCodes::NotInitialized);
+  }
+}
+
+// A null source would be read by the block copy: refused loudly instead.
+void RequireSource(unsigned char const* zoneIndices) {
+  if (zoneIndices == nullptr) {
+    throw VornException("Parameter is NULL", Vorn::ErrorCodes::ParameterIsNull);
+  }
+}
+
+}  // namespace
+
 VornTreatmentGrid::VornTreatmentGrid() : m_init(false), m_cells(nullptr) {}
 
 VornTreatmentGrid::VornTreatmentGrid(VornTreatmentGrid const& other)
     : IVornObject(), m_init(false), m_cells(nullptr) {
-  // The destructor does not run for a constructor that throws, so release the cells
-  // that a partly completed assignment obtained.
-  try {
-    operator=(other);
-  } catch (...) {
-    UnInit();
-    throw;
-  }
+  Vorn::detail::construct_grid_copy(*this, other);
 }
 
 VornTreatmentGrid::~VornTreatmentGrid() { UnInit(); }
 
 VornTreatmentGrid const& VornTreatmentGrid::operator=(VornTreatmentGrid const& other) {
-  using Vorn::ErrorCodes::NotInitialized;
-  if (!other.m_init) throw VornException("Object not initialized", NotInitialized);
-  UnInit();
-  if (!InitGrid(other.Boundbox.MinY, other.Boundbox.MinX, other.m_geometry.cellHeight,
-                other.m_geometry.cellWidth, other.m_geometry.columns, other.m_geometry.rows)) {
-    throw VornException("Unable to initialize Grid", NotInitialized);
-  }
-  IVornObject::operator=(other);
-  Boundbox = other.Boundbox;
-  Attributes = other.Attributes;
+  Vorn::detail::assign_grid_frame(*this, other);
   Zones = other.Zones;
   SetZones(other.m_cells);
   return *this;
@@ -47,7 +48,7 @@ bool VornTreatmentGrid::InitGrid(double minY, double minX, double cellHeight,
   }
   m_cells = static_cast<unsigned char*>(std::malloc(bytes));
   if (m_cells == nullptr) return false;
-  // Not required, but it makes a grid that nobody filled read as zone 0 everywhere.
+  // Cleared so that a grid nobody filled reads as zone 0 everywhere.
   std::memset(m_cells, 0, bytes);
   m_init = true;
   return true;
@@ -66,20 +67,18 @@ std::size_t VornTreatmentGrid::CellCount() const {
 }
 
 void VornTreatmentGrid::SetZoneRow(int row, unsigned char* zoneIndices) {
-  if (!m_init) {
-    throw VornException("Object not initialized", Vorn::ErrorCodes::NotInitialized);
-  }
+  RequireInit(m_init);
   if (row < 0 || row >= m_geometry.rows) {
     throw VornException("Index out of range", Vorn::ErrorCodes::OutOfRange);
   }
+  RequireSource(zoneIndices);
   std::size_t const columns = static_cast<std::size_t>(m_geometry.columns);
   std::memmove(m_cells + static_cast<std::size_t>(row) * columns, zoneIndices, columns);
 }
 
 void VornTreatmentGrid::SetZones(unsigned char* zoneIndices) {
-  if (!m_init) {
-    throw VornException("Object not initialized", Vorn::ErrorCodes::NotInitialized);
-  }
+  RequireInit(m_init);
+  RequireSource(zoneIndices);
   std::memmove(m_cells, zoneIndices, CellCount());
 }
 

@@ -44,17 +44,19 @@ public:
   ~VornTreatmentGrid() override;
 
   // Throws VornException("Object not initialized", 5004) when other is not initialised;
-  // otherwise releases this grid's cells, runs InitGrid with other's box corner, sizes and
-  // counts (false throws VornException("Unable to initialize Grid", 5004)), then copies
-  // Tag, Boundbox (other's exact box, not the recomputed one), Attributes, Zones (deep)
-  // and the cells.
+  // otherwise runs InitGrid with other's south-west corner, sizes and counts, which
+  // releases this grid's cells (false throws VornException("Unable to initialize Grid",
+  // 5004)), then copies Tag, Boundbox (other's exact box, not the recomputed one),
+  // Attributes, Zones (deep) and the cells. Running out of memory while copying the
+  // attributes throws VornException("Parameter is NULL", 5003) with the later parts
+  // uncopied; a zone copy that cannot be allocated becomes a null zone entry.
   // Note: there is no self-assignment test; assigning a grid to itself empties its
   // attributes and zones and leaves zeroed cells.
   VornTreatmentGrid const& operator=(VornTreatmentGrid const& other);
 
   // Releases any old cells, stores the counts and sizes unchecked, sets Boundbox to
   // minX .. minX + numColumns * cellWidth by minY .. minY + numRows * cellHeight and
-  // allocates numColumns * numRows cell bytes, all zero. Returns whether the buffer was
+  // allocates numColumns * numRows cell bytes with malloc, all zero. Returns whether the buffer was
   // obtained; on false the grid is not initialised but the box and counts are set.
   // A cell count that is negative or beyond 32 bits fails without allocating.
   // Note the argument order: south edge, west edge, height, width, columns, rows.
@@ -69,14 +71,16 @@ public:
   double CellHeight() const { return m_geometry.cellHeight; }
   double CellWidth() const { return m_geometry.cellWidth; }
 
-  // row * NumColumns() + column. Unchecked: the position is the caller's responsibility.
+  // row * NumColumns() + column. Unchecked: the position is the caller's responsibility
+  // (debug builds assert it).
   int GetCellIndex(int column, int row) const {
     assert(IsInside(column, row));
     return static_cast<int>(static_cast<unsigned int>(row) *
                                 static_cast<unsigned int>(m_geometry.columns) +
                             static_cast<unsigned int>(column));
   }
-  // The cell byte. Unchecked, not even for an initialised grid.
+  // The cell byte. Deliberately unchecked, not even for an initialised grid, so that a
+  // cell costs one multiply-add; debug builds assert the position and the buffer.
   unsigned char GetZoneIndex(int column, int row) const { return m_cells[Offset(column, row)]; }
   // Writes the cell byte. Unchecked, as GetZoneIndex.
   void SetZoneIndex(int column, int row, unsigned char zoneIndex) {
@@ -90,10 +94,12 @@ public:
 
   // Copies NumColumns() bytes into the row. Throws VornException("Object not initialized",
   // 5004) when the grid is not initialised, then VornException("Index out of range", 5002)
-  // when row < 0 or row >= NumRows().
+  // when row < 0 or row >= NumRows(), then VornException("Parameter is NULL", 5003) for a
+  // null zoneIndices.
   void SetZoneRow(int row, unsigned char* zoneIndices);
   // Copies NumColumns() * NumRows() bytes into the whole buffer. Throws
-  // VornException("Object not initialized", 5004) when the grid is not initialised.
+  // VornException("Object not initialized", 5004) when the grid is not initialised, then
+  // VornException("Parameter is NULL", 5003) for a null zoneIndices.
   void SetZones(unsigned char* zoneIndices);
 
   // The cell buffer itself, writable; null when not initialised.

@@ -1,16 +1,11 @@
 #include <vorn/treatment/treatment_grid_ex.h>
 
-#include <cassert>
 #include <cstddef>
 #include <new>
 
 #include <vorn/foundation/exception.h>
 
 namespace {
-
-[[noreturn]] void ThrowIndexOutOfRange() {
-  throw VornException("Index out of range", Vorn::ErrorCodes::OutOfRange);
-}
 
 // new (std::nothrow) T[count], or null when that fails or when the array's byte size is
 // negative or beyond 32 bits (such a request is never made).
@@ -27,30 +22,14 @@ VornTreatmentGridEx::VornTreatmentGridEx() : m_init(false), m_rowTable(nullptr) 
 
 VornTreatmentGridEx::VornTreatmentGridEx(VornTreatmentGridEx const& other)
     : IVornObject(), m_init(false), m_rowTable(nullptr) {
-  // The destructor does not run for a constructor that throws, so release the rows
-  // that a partly completed assignment obtained.
-  try {
-    operator=(other);
-  } catch (...) {
-    UnInit();
-    throw;
-  }
+  Vorn::detail::construct_grid_copy(*this, other);
 }
 
 VornTreatmentGridEx::~VornTreatmentGridEx() { UnInit(); }
 
 VornTreatmentGridEx const& VornTreatmentGridEx::operator=(VornTreatmentGridEx const& other) {
-  using Vorn::ErrorCodes::NotInitialized;
-  if (!other.m_init) throw VornException("Object not initialized", NotInitialized);
-  UnInit();
-  if (!InitGrid(other.Boundbox.MinY, other.Boundbox.MinX, other.m_geometry.cellHeight,
-                other.m_geometry.cellWidth, other.m_geometry.columns, other.m_geometry.rows)) {
-    throw VornException("Unable to initialize Grid", NotInitialized);
-  }
-  IVornObject::operator=(other);
-  Boundbox = other.Boundbox;
-  Attributes = other.Attributes;
-  if (m_rowTable == nullptr || other.m_rowTable == nullptr) return *this;
+  Vorn::detail::assign_grid_frame(*this, other);
+  // Both tables exist now; a row whose allocation failed, on either side, is skipped.
   for (int row = 0; row < m_geometry.rows; ++row) {
     VornTreatmentZoneEx const* const source = other.m_rowTable[row];
     VornTreatmentZoneEx* const target = m_rowTable[row];
@@ -82,20 +61,12 @@ void VornTreatmentGridEx::UnInit() {
   m_init = false;
 }
 
-VornTreatmentZoneEx* VornTreatmentGridEx::GetZonesInRow(unsigned int row) const {
-  if (row >= static_cast<unsigned int>(m_geometry.rows)) ThrowIndexOutOfRange();
-  assert(m_rowTable != nullptr && "cell access on a grid without rows");
-  return m_rowTable[row];
+void VornTreatmentGridEx::ThrowOutOfRange() {
+  throw VornException("Index out of range", Vorn::ErrorCodes::OutOfRange);
 }
 
-VornTreatmentZoneEx& VornTreatmentGridEx::Cell(unsigned int column, unsigned int row) const {
-  if (row >= static_cast<unsigned int>(m_geometry.rows) ||
-      column >= static_cast<unsigned int>(m_geometry.columns)) {
-    ThrowIndexOutOfRange();
-  }
-  assert(m_rowTable != nullptr && m_rowTable[row] != nullptr &&
-         "cell access on a grid without rows");
-  return m_rowTable[row][column];
+void VornTreatmentGridEx::ThrowMissingRow() {
+  throw VornException("Object not initialized", Vorn::ErrorCodes::NotInitialized);
 }
 
 VornObjectType VornTreatmentGridEx::GetType() const { return TreatmentGridEx; }

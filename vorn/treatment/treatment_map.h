@@ -35,7 +35,9 @@ public:
   ~VornTreatmentMap() override;
 
   // Replaces the areas with copies of other's (Clear, then AddRange), then the attributes
-  // likewise.
+  // likewise. An area whose copy cannot be allocated becomes a null member; running out
+  // of memory inside a copy (its rings, an attribute) throws VornException("Parameter is
+  // NULL", 5003) and keeps what was copied so far.
   // Note: Tag is deliberately not copied (unlike the grids), and there is no
   // self-assignment test, so assigning a map to itself empties it.
   VornTreatmentMap const& operator=(VornTreatmentMap const& other);

@@ -4,8 +4,9 @@ VornTreatmentPolygon::VornTreatmentPolygon() = default;
 
 VornTreatmentPolygon::VornTreatmentPolygon(VornPolygon const& polygon,
                                            VornTreatmentZone const& zone)
-    : Area(), Zone(zone) {
+    : Area(), Zone() {
   Area.Polygons.Add(polygon);
+  Zone = zone;
 }
 
 VornTreatmentPolygon::VornTreatmentPolygon(VornMultiPolygon const& multiPolygon,

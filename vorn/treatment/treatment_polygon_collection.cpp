@@ -10,6 +10,8 @@ VornTreatmentPolygonCollection::VornTreatmentPolygonCollection(bool autoBoundbox
 
 VornTreatmentPolygonCollection const& VornTreatmentPolygonCollection::operator=(
     VornTreatmentPolygonCollection const& other) {
+  // Not the shared Assign: that adds through the base's Add, which throws where this
+  // collection's Add appends a null member.
   Clear();
   for (const_iterator it = other.begin(); it != other.end(); ++it) {
     if (*it != nullptr) Add(**it);
@@ -19,13 +21,11 @@ VornTreatmentPolygonCollection const& VornTreatmentPolygonCollection::operator=(
 
 void VornTreatmentPolygonCollection::Add(VornTreatmentPolygon const& area) {
   if (AutoBoundbox) Boundbox.AddBoundbox(area.Area.Polygons.Boundbox);
+  // The box has taken area's own box, stale or not; the copy's recomputed box must not
+  // widen it a second time, so the copy (null when it could not be allocated) is
+  // appended without touching the box.
   VornTreatmentPolygon* const copy = new VornTreatmentPolygon(area);
-  iterator const node = m_items.insert(m_items.end());
-  if (node == m_items.end()) {
-    delete copy;
-    return;
-  }
-  *node = copy;
+  if (!AppendUnchecked(copy)) delete copy;
 }
 
 void VornTreatmentPolygonCollection::Add(VornMultiPolygon const& multiPolygon,
@@ -34,7 +34,9 @@ void VornTreatmentPolygonCollection::Add(VornMultiPolygon const& multiPolygon,
 }
 
 void VornTreatmentPolygonCollection::AddRange(VornTreatmentPolygonCollection const& other) {
-  for (const_iterator it = other.begin(); it != other.end(); ++it) {
+  // Counted up front, so that appending a collection to itself stops at the areas it had.
+  const_iterator it = other.begin();
+  for (unsigned int remaining = other.Count(); remaining > 0; --remaining, ++it) {
     if (*it == nullptr) continue;
     if (AutoBoundbox) Boundbox.AddBoundbox((*it)->Area.Polygons.Boundbox);
     Add(**it);

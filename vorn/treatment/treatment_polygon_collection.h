@@ -69,7 +69,9 @@ public:
   // Note: there is no self-assignment test, so assigning a collection to itself empties it.
   VornTreatmentPolygonCollection const& operator=(VornTreatmentPolygonCollection const& other);
 
-  // Widens Boundbox by area's box when AutoBoundbox, then appends a copy of area.
+  // Widens Boundbox by area's box when AutoBoundbox, then appends a copy of area. The box
+  // takes area's box as it stands, even when it is stale: the copy's own box, rebuilt from
+  // its rings, is not added.
   // Note: a copy that cannot be allocated is appended as a null member, with no exception
   // (the box stays widened); if not even the list node can be allocated nothing is
   // appended. An exception from the copy constructor passes through, its storage released.
@@ -79,7 +81,8 @@ public:
   // with nothing changed.
   void Add(VornMultiPolygon const& multiPolygon, VornTreatmentZone const& zone);
   // For every member of other, in order: widens Boundbox by its box when AutoBoundbox,
-  // then Add(member). Appending a collection to itself is not supported.
+  // then Add(member). Appending a collection to itself appends one copy of each area it
+  // held before the call.
   void AddRange(VornTreatmentPolygonCollection const& other);
 
   // An iterator at index, found by walking from the first member. Unchecked: index must

@@ -43,10 +43,12 @@ public:
   VornTreatmentZone();
   VornTreatmentZone(int zoneNumber, double rate);
   VornTreatmentZone(int zoneNumber, double rate, int userValue);
-  // Copies both zero-terminated texts; a null text leaves that text empty.
+  // Copies both zero-terminated texts; a null text leaves that text empty, and so does a
+  // copy that cannot be allocated (nothing is thrown).
   VornTreatmentZone(int zoneNumber, double rate, unsigned short const* designator,
                     unsigned short const* unitName, int userValue);
-  // Copies all five members, the texts deeply.
+  // Copies all five members, the texts deeply (a text that cannot be allocated is left
+  // empty).
   VornTreatmentZone(VornTreatmentZone const& other);
   ~VornTreatmentZone() = default;
 
@@ -59,7 +61,8 @@ public:
   // The unit name's characters; never null, as GetDesignator.
   unsigned short const* GetUnitName() const { return m_unitName.c_str(); }
 
-  // Copies the zero-terminated text; null releases the buffer and leaves the text empty.
+  // Copies the zero-terminated text; null releases the buffer and leaves the text empty,
+  // and so does running out of memory for the copy.
   void SetDesignator(unsigned short const* text) { m_designator = text; }
   void SetUnitName(unsigned short const* text) { m_unitName = text; }
 };

@@ -57,7 +57,9 @@ void VornTreatmentZoneCollection::AddReference(VornTreatmentZone* zone) {
 }
 
 void VornTreatmentZoneCollection::AddRange(VornTreatmentZoneCollection const& other) {
-  for (const_iterator it = other.begin(); it != other.end(); ++it) {
+  // Counted up front, so that appending a collection to itself stops at the zones it had.
+  const_iterator it = other.begin();
+  for (unsigned int remaining = other.Count(); remaining > 0; --remaining, ++it) {
     VornTreatmentZone* const copy = *it != nullptr ? new VornTreatmentZone(**it) : nullptr;
     if (!Link(copy)) {
       delete copy;

@@ -48,7 +48,8 @@ public:
   // Appends a copy of every zone of other, in order.
   // Note: a copy that cannot be allocated is appended as a null entry instead of failing,
   // so later positions still line up with other's; if not even the list node can be
-  // allocated the copying stops there. Appending a collection to itself is not supported.
+  // allocated the copying stops there. Appending a collection to itself appends one copy
+  // of each zone it held before the call.
   void AddRange(VornTreatmentZoneCollection const& other);
 
   // Destroys and releases the zone at index and removes its entry. Throws
