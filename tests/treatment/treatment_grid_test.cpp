@@ -4,6 +4,7 @@
 #include <vorn/treatment/treatment_grid_ex.h>
 
 #include <array>
+#include <cstdint>
 #include <cstring>
 
 #include <gtest/gtest.h>
@@ -177,8 +178,9 @@ TEST(TreatmentGridLimits, SizesBeyond32BitsAreNeverRequested) {
   EXPECT_FALSE(grid.InitGrid(0.0, 0.0, 1.0, 1.0, -65536, -65536));  // 2^32 once multiplied
   EXPECT_FALSE(grid.InitGrid(0.0, 0.0, 1.0, 1.0, -1, 3));
   EXPECT_FALSE(gridEx.InitGrid(0.0, 0.0, 1.0, 1.0, 3, -1));
-  // 300 million cells of a row need more than 32 bits: the table is there, the rows not.
-  ASSERT_TRUE(gridEx.InitGrid(0.0, 0.0, 1.0, 1.0, 300000000, 2));
+  // A row one cell longer than 32 bits of bytes holds: the table is there, the rows not.
+  int const tooManyColumns = static_cast<int>(UINT32_MAX / sizeof(VornTreatmentZoneEx) + 1);
+  ASSERT_TRUE(gridEx.InitGrid(0.0, 0.0, 1.0, 1.0, tooManyColumns, 2));
   EXPECT_EQ(Count(Channel::Malloc), mallocs);
   EXPECT_EQ(Count(Channel::ArrayNew), arrays + 1);
   EXPECT_EQ(gridEx.GetZonesInRow(1), nullptr);

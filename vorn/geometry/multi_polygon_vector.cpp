@@ -10,12 +10,24 @@ VornMultiPolygonVector::VornMultiPolygonVector() : Boundbox(), m_items() {}
 
 VornMultiPolygonVector::VornMultiPolygonVector(Vorn::multi_polygon_pointers const& v)
     : Boundbox(), m_items() {
-  AddRange(v);
+  AddRangeOrRelease(v);
 }
 
 VornMultiPolygonVector::VornMultiPolygonVector(VornMultiPolygonVector const& other)
     : Boundbox(), m_items() {
-  AddRange(other);
+  AddRangeOrRelease(other);
+}
+
+// A constructor's destructor does not run when it throws, so the copies made before a
+// failing one are released here before the exception goes on.
+template <class Source>
+void VornMultiPolygonVector::AddRangeOrRelease(Source const& source) {
+  try {
+    AddRange(source);
+  } catch (...) {
+    Clear();
+    throw;
+  }
 }
 
 VornMultiPolygonVector::~VornMultiPolygonVector() { Clear(); }

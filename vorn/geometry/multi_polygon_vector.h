@@ -39,9 +39,11 @@ public:
 
   // Empty, with an uninitialised box.
   VornMultiPolygonVector();
-  // Empty, then AddRange(v): deep copies of the non-null elements.
+  // Empty, then AddRange(v): deep copies of the non-null elements. When a copy throws,
+  // the copies already made are released before the exception passes on.
   explicit VornMultiPolygonVector(Vorn::multi_polygon_pointers const& v);
-  // Empty, then AddRange(other): deep copies, with the box built from them.
+  // Empty, then AddRange(other): deep copies, with the box built from them; releases
+  // them as above when a copy throws.
   VornMultiPolygonVector(VornMultiPolygonVector const& other);
   // Deletes every element.
   ~VornMultiPolygonVector();
@@ -78,9 +80,10 @@ public:
   const_reverse_iterator rend() const { return const_reverse_iterator(begin()); }
 
   // Widens Boundbox by o.Polygons.Boundbox, then appends a copy of o.
-  // Note: out of memory throws nothing: a copy that cannot be allocated is appended as a
-  // null slot, and a copy for which no slot can be allocated is released again (the box
-  // stays widened).
+  // Note: running out of memory for the copy itself or its slot throws nothing: a copy
+  // that cannot be allocated is appended as a null slot, and a copy for which no slot can
+  // be allocated is released again (the box stays widened). An exception from copying
+  // the multi-polygon's own contents passes through, and nothing is appended.
   void Add(VornMultiPolygon const& o);
   // Appends p and takes ownership, then widens Boundbox by its box. A null p is ignored.
   // When no slot can be allocated nothing changes and p stays with the caller (Count()
@@ -121,6 +124,9 @@ private:
   // Appends a copy this vector has just made (null allowed); releases it when no slot can
   // be allocated.
   void AppendCopy(VornMultiPolygon* copy);
+  // AddRange for the constructors: on an exception every copy made so far is released.
+  template <class Source>
+  void AddRangeOrRelease(Source const& source);
 
   Vorn::multi_polygon_pointers m_items;
 };

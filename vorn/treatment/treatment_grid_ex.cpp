@@ -1,20 +1,32 @@
 #include <vorn/treatment/treatment_grid_ex.h>
 
 #include <cstddef>
+#include <memory>
 #include <new>
+#include <type_traits>
 
 #include <vorn/foundation/exception.h>
 
 namespace {
 
-// new (std::nothrow) T[count], or null when that fails or when the array's byte size is
-// negative or beyond 32 bits (such a request is never made).
+// An array of `count` value-initialised T from the non-throwing array allocation, or null
+// when that fails or when the byte size is negative or beyond 32 bits (such a request is
+// never made). Raw storage rather than new T[count]: on a 32-bit target a size above
+// PTRDIFF_MAX would make the new-expression throw instead of yielding null.
 template <class T>
 T* AllocateArray(int count) {
+  static_assert(std::is_trivially_destructible<T>::value, "ReleaseArray runs no destructors");
   std::size_t bytes;
   if (!Vorn::detail::array_bytes(count, sizeof(T), bytes)) return nullptr;
-  return new (std::nothrow) T[static_cast<std::size_t>(count)];
+  void* raw = ::operator new[](bytes, std::nothrow);
+  if (raw == nullptr) return nullptr;
+  T* const first = static_cast<T*>(raw);
+  std::uninitialized_value_construct_n(first, static_cast<std::size_t>(count));
+  return first;
 }
+
+// Releases what AllocateArray returned; null is accepted.
+void ReleaseArray(void* array) { ::operator delete[](array); }
 
 }  // namespace
 
@@ -54,8 +66,8 @@ bool VornTreatmentGridEx::InitGrid(double minY, double minX, double cellHeight,
 
 void VornTreatmentGridEx::UnInit() {
   if (m_rowTable != nullptr) {
-    for (int row = 0; row < m_geometry.rows; ++row) delete[] m_rowTable[row];
-    delete[] m_rowTable;
+    for (int row = 0; row < m_geometry.rows; ++row) ReleaseArray(m_rowTable[row]);
+    ReleaseArray(m_rowTable);
     m_rowTable = nullptr;
   }
   m_init = false;
