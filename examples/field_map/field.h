@@ -21,14 +21,14 @@ inline VornCoordinate kPond[] = {
 // Longitudes that cut the field into three strips, west to east.
 constexpr double kStripEdges[] = {9.43000, 9.43320, 9.43640, 9.43960};
 
-struct ZoneSpec {
+struct ZonePlan {
   int number;
   double rate;
   char const* designator;
 };
 
 // One zone per strip: a nitrogen top dressing in kg/ha.
-constexpr ZoneSpec kZones[] = {
+constexpr ZonePlan kZones[] = {
     {1, 120.0, "West: light soil"}, {2, 150.0, "Middle: loam"}, {3, 180.0, "East: heavy clay"}};
 
 constexpr char kUnit[] = "kg/ha";

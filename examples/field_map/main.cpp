@@ -26,10 +26,10 @@ int StripOf(double lon) {
   return 2;
 }
 
-VornTreatmentZone MakeZone(field::ZoneSpec const& spec) {
-  auto const designator = VornUtil::StringToWString(spec.designator);
+VornTreatmentZone MakeZone(field::ZonePlan const& plan) {
+  auto const designator = VornUtil::StringToWString(plan.designator);
   auto const unit = VornUtil::StringToWString(field::kUnit);
-  return VornTreatmentZone(spec.number, spec.rate, designator.c_str(), unit.c_str(), 0);
+  return VornTreatmentZone(plan.number, plan.rate, designator.c_str(), unit.c_str(), 0);
 }
 
 // One area per strip: the boundary clipped to the strip, plus the pond where it lies.
@@ -69,7 +69,7 @@ bool InField(VornCoordinate const& point) {
 void BuildZoneGrid(VornTreatmentGrid& grid, VornBoundbox const& box) {
   if (!InitCells(grid, box)) return;
   grid.Zones.Add(kOutsideZone, 0.0);
-  for (auto const& spec : field::kZones) grid.Zones.Add(MakeZone(spec));
+  for (auto const& plan : field::kZones) grid.Zones.Add(MakeZone(plan));
   for (int row = 0; row < grid.NumRows(); ++row) {
     for (int column = 0; column < grid.NumColumns(); ++column) {
       VornCoordinate const centre = CellCentre(box, column, row);
@@ -87,7 +87,7 @@ void BuildRateGrid(VornTreatmentGridEx& grid, VornBoundbox const& box) {
     for (int column = 0; column < grid.NumColumns(); ++column) {
       VornCoordinate const centre = CellCentre(box, column, row);
       if (!InField(centre)) continue;
-      field::ZoneSpec const& zone = field::kZones[StripOf(centre.X)];
+      field::ZonePlan const& zone = field::kZones[StripOf(centre.X)];
       grid.SetZoneInfo(static_cast<unsigned>(column), static_cast<unsigned>(row),
                        zone.rate * (0.9 + 0.2 * northward), zone.number);
     }

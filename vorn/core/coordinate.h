@@ -23,9 +23,8 @@ struct VORN_API VornCoordinate {
   // VornCoordinate* and copied as raw blocks, so this layout is part of the interface.
   double X;
   double Y;
-
-  // Copies X and Y.
-  VornCoordinate& operator=(VornCoordinate const& other) = default;
+  // Copy construction and assignment are the implicit ones: X and Y, bit for bit. None
+  // is declared, so the struct stays an aggregate in every language standard.
 };
 
 static_assert(sizeof(VornCoordinate) == 16, "VornCoordinate is two packed doubles");

@@ -44,7 +44,7 @@ void VornObjectCollection::AddTreatmentCopy(IVornObject const& object) {
       Add(static_cast<VornTreatmentGridEx const&>(object));
       return;
     default:
-      assert(!"AddRange hands over treatment kinds only");
+      assert(false && "AddRange hands over treatment kinds only");
       return;
   }
 }

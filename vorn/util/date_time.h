@@ -32,9 +32,8 @@ struct VORN_API VornDateTime {
   short Month;   // 1..12, January is 1
   short Year;    // full year, e.g. 2021
 
-  // Copies all six fields and returns the target. Defaulted so that the record stays
-  // trivially copyable.
-  VornDateTime& operator=(VornDateTime const&) = default;
+  // Assignment copies all six fields and returns the target. It is the implicit one, so
+  // that the record stays a trivially copyable aggregate.
 };
 
 static_assert(sizeof(VornDateTime) == 12, "VornDateTime is six 16-bit fields, no padding");
