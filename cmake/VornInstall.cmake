@@ -19,5 +19,9 @@ install(FILES
   ${PROJECT_BINARY_DIR}/VornLibConfigVersion.cmake
   DESTINATION ${VORN_CMAKE_DIR})
 
+# The .pc file finds the prefix from its own place, so an install moved with
+# `cmake --install --prefix` or DESTDIR still points at its own headers.
+file(RELATIVE_PATH VORN_PC_TO_PREFIX
+     "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file(cmake/vornlib.pc.in ${PROJECT_BINARY_DIR}/vornlib.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/vornlib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -9,7 +9,7 @@ cmake -S tests/package -B build/consumer -DCMAKE_PREFIX_PATH="$prefix" >/dev/nul
 cmake --build build/consumer >/dev/null
 LD_LIBRARY_PATH="$prefix/lib" build/consumer/consumer
 export PKG_CONFIG_PATH="$prefix/lib/pkgconfig"
-g++ -std=c++17 tests/package/consumer.cpp -o build/consumer/consumer-pc \
-  $(pkg-config --cflags --libs vornlib)
+flags=$(pkg-config --cflags --libs vornlib)
+g++ -std=c++17 tests/package/consumer.cpp -o build/consumer/consumer-pc $flags
 LD_LIBRARY_PATH="$prefix/lib" build/consumer/consumer-pc
 readelf -d "$prefix/lib/libvorn.so" | grep -q 'SONAME.*libvorn.so.0' && echo "SONAME libvorn.so.0"
