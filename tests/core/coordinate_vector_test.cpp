@@ -1,7 +1,10 @@
 #include <vorn/core/coordinate_vector.h>
 
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <initializer_list>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -145,6 +148,70 @@ TEST(CoordinateVector, ExhaustionLeavesTheVectorAndItsBoxUnchanged) {
   }
   EXPECT_EQ(Show(v), before);
   EXPECT_EQ(Show(target), "| -5..-5 x -5..-5");
+}
+
+// The bit patterns of the box, with its flag, so that NaN and -0 compare exactly.
+std::string Bits(VornBoundbox const& box) {
+  std::ostringstream out;
+  out << box.IsInit() << std::hex;
+  for (double value : {box.MinX, box.MaxX, box.MinY, box.MaxY}) {
+    std::uint64_t bits;
+    std::memcpy(&bits, &value, sizeof bits);
+    out << ' ' << bits;
+  }
+  return out.str();
+}
+
+void Identity(double x, double y, double* outX, double* outY, void*) {
+  *outX = x;
+  *outY = y;
+}
+
+// Writes both outputs, then throws once the budget in context is spent.
+void ShiftThenThrow(double x, double y, double* outX, double* outY, void* context) {
+  *outX = x + 1;
+  *outY = y + 1;
+  if ((*static_cast<int*>(context))-- == 0) throw 0;
+}
+
+// AddRange, RecalcBoundbox and Transform widen the box over whole runs of coordinates;
+// each must end bit for bit where Add, one coordinate at a time, ends: with NaNs and
+// signed zeros, and on a box whose order of tests matters (Set with min above max).
+TEST(CoordinateVector, RangesWidenTheBoxExactlyAsAddingOneByOne) {
+  double const nan = std::numeric_limits<double>::quiet_NaN();
+  std::vector<VornCoordinate> ring;
+  for (int i = 0; i < 300; ++i) ring.push_back({std::sin(i) * i, -std::cos(i) * i});
+  ring[7] = {nan, 3};
+  ring[150] = {-0.0, nan};
+  std::vector<VornCoordinate> inverted = {{5, 5}, {-1, -1}};
+  for (int start = 0; start < 3; ++start) {
+    std::vector<VornCoordinate>& points = start == 1 ? inverted : ring;
+    VornCoordinateVector oneByOne;
+    VornCoordinateVector ranged;
+    if (start == 1) {
+      oneByOne.Set(10, 0, 10, 0);  // (5, 5) is below the minimum and above the maximum
+      ranged.Set(10, 0, 10, 0);
+    } else if (start == 2) {
+      oneByOne.Add(nan, 1);  // a NaN first point holds its axis for good
+      ranged.Add(nan, 1);
+    }
+    for (VornCoordinate const& c : points) oneByOne.Add(c);
+    ranged.AddRange(points.data(), static_cast<int>(points.size()));
+    EXPECT_EQ(Bits(ranged), Bits(oneByOne)) << "start " << start;
+  }
+  VornCoordinateVector v(ring.data(), static_cast<int>(ring.size()));
+  std::string const exact = Bits(v);
+  v.Set(-1, 1, -1, 1);
+  v.RecalcBoundbox();
+  EXPECT_EQ(Bits(v), exact);
+  v.Transform(Identity, nullptr);
+  EXPECT_EQ(Bits(v), exact);
+  int budget = 200;  // throws part way through the second block of coordinates
+  EXPECT_THROW(v.Transform(ShiftThenThrow, &budget), int);
+  VornCoordinateVector done;
+  for (int i = 0; i < 200; ++i) done.Add(ring[i].X + 1, ring[i].Y + 1);
+  EXPECT_EQ(Bits(v), Bits(done));
+  EXPECT_EQ(std::memcmp(v.begin() + 200, &ring[200], sizeof(VornCoordinate)), 0);  // kept
 }
 
 }  // namespace

@@ -25,12 +25,46 @@ void VornBoundbox::Set(double minX, double maxX, double minY, double maxY) {
 }
 
 void VornBoundbox::AddCoordinates(VornCoordinate* coords, int count) {
-  for (int i = 0; i + 1 < count; ++i) AddCoordinate(coords[i]);
+  if (count > 1) AddCoordinateRun(coords, static_cast<std::size_t>(count) - 1);
 }
 
 void VornBoundbox::AddCoordinates(
     Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>>& coords) {
-  for (VornCoordinate const* c = coords.begin(); c != coords.end(); ++c) AddCoordinate(*c);
+  AddCoordinateRun(coords.begin(), coords.size());
+}
+
+// While min <= max holds on both axes (no NaN among the extents), a value below the
+// minimum cannot be above the maximum, so the axis step reduces to an independent
+// minimum and maximum, which compile to branch-free min/max instructions; the step keeps
+// that order. Any other box takes the exact step of AddCoordinate.
+void VornBoundbox::AddCoordinateRun(VornCoordinate const* coords, std::size_t count) {
+  if (count == 0) return;
+  if (!m_init) {
+    AddCoordinate(coords[0]);
+    ++coords;
+    --count;
+  }
+  double minX = m_minX;
+  double maxX = m_maxX;
+  double minY = m_minY;
+  double maxY = m_maxY;
+  if (minX <= maxX && minY <= maxY) {
+    for (VornCoordinate const* c = coords; c != coords + count; ++c) {
+      minX = c->X < minX ? c->X : minX;
+      maxX = c->X > maxX ? c->X : maxX;
+      minY = c->Y < minY ? c->Y : minY;
+      maxY = c->Y > maxY ? c->Y : maxY;
+    }
+  } else {
+    for (VornCoordinate const* c = coords; c != coords + count; ++c) {
+      WidenAxis(c->X, minX, maxX);
+      WidenAxis(c->Y, minY, maxY);
+    }
+  }
+  m_minX = minX;
+  m_maxX = maxX;
+  m_minY = minY;
+  m_maxY = maxY;
 }
 
 void VornBoundbox::AddBoundbox(double minX, double maxX, double minY, double maxY) {

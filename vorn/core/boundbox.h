@@ -16,6 +16,8 @@
 #ifndef VORN_CORE_BOUNDBOX_H
 #define VORN_CORE_BOUNDBOX_H
 
+#include <cstddef>
+
 #include <vorn/containers/vector.h>
 #include <vorn/core/coordinate.h>
 #include <vorn/foundation/export.h>
@@ -86,7 +88,26 @@ public:
   // changing nothing, when other is not initialised.
   VornBoundbox const& operator=(VornBoundbox const& other);
 
+protected:
+  // Widens the box by coords[0] .. coords[count - 1], in order: exactly the result of
+  // AddCoordinate on each, with the extents held in registers for the whole run.
+  void AddCoordinateRun(VornCoordinate const* coords, std::size_t count);
+
 private:
+  // One axis of AddCoordinate on an initialised box: a value below the minimum lowers
+  // it, otherwise a value above the maximum raises it; a NaN changes neither.
+  // Note: branches on purpose, for extents that live in memory: a select would store on
+  // every call and chain each coordinate's comparison to the previous one's store, while
+  // a new extreme is rare in a caller's stream of Adds, so both tests are marked unlikely
+  // and the common case runs straight through.
+  static void WidenAxis(double value, double& low, double& high) {
+    if (__builtin_expect(value < low, 0)) {
+      low = value;
+    } else if (__builtin_expect(value > high, 0)) {
+      high = value;
+    }
+  }
+
   bool m_init;
   double m_minX;
   double m_maxX;
@@ -94,8 +115,7 @@ private:
   double m_maxY;
 };
 
-// On the path of every coordinate added anywhere: at most four comparisons, and the
-// selects below compile to conditional moves rather than branches.
+// On the path of every coordinate added anywhere: two comparisons per axis at most.
 inline void VornBoundbox::AddCoordinate(double x, double y) {
   if (!m_init) {
     m_minX = m_maxX = x;
@@ -103,12 +123,8 @@ inline void VornBoundbox::AddCoordinate(double x, double y) {
     m_init = true;
     return;
   }
-  bool const belowX = x < m_minX;
-  m_minX = belowX ? x : m_minX;
-  m_maxX = (!belowX && x > m_maxX) ? x : m_maxX;
-  bool const belowY = y < m_minY;
-  m_minY = belowY ? y : m_minY;
-  m_maxY = (!belowY && y > m_maxY) ? y : m_maxY;
+  WidenAxis(x, m_minX, m_maxX);
+  WidenAxis(y, m_minY, m_maxY);
 }
 
 #endif

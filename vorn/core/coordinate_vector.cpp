@@ -9,6 +9,13 @@
 
 #include <vorn/foundation/exception.h>
 
+namespace {
+
+// Coordinates transformed before the box catches up with them: 2 KiB, well inside L1.
+constexpr std::ptrdiff_t kTransformBlock = 128;
+
+}  // namespace
+
 VornCoordinateVector::VornCoordinateVector() : VornBoundbox(), m_coords() {}
 
 VornCoordinateVector::VornCoordinateVector(VornCoordinate* coords, int count)
@@ -59,7 +66,9 @@ void VornCoordinateVector::AddRange(VornCoordinateVector const& other) {
 
 // Reserves room for the whole range first, so the range causes at most one reallocation
 // and is stored whole or not at all. The source may lie in our own block (appending a
-// vector to itself), so it is located again after the reservation moved the block.
+// vector to itself), so it is located again after the reservation moved the block. The
+// box is widened over the stored copies afterwards, in one run: nothing can fail or
+// look at the vector in between, so the result is that of widening before each append.
 void VornCoordinateVector::Append(VornCoordinate const* first, unsigned int count) {
   VornCoordinate const* const oldBegin = m_coords.begin();
   std::less<VornCoordinate const*> const before;
@@ -69,12 +78,11 @@ void VornCoordinateVector::Append(VornCoordinate const* first, unsigned int coun
   if (!m_coords.reserve(Count() + count)) return;
   if (ownBlock) first = m_coords.begin() + offset;
   for (unsigned int i = 0; i < count; ++i) {
-    VornCoordinate const c = first[i];
-    AddCoordinate(c);
-    bool const stored = m_coords.push_back(c);
+    bool const stored = m_coords.push_back(first[i]);
     assert(stored && "room was reserved for the whole range");
     (void)stored;
   }
+  AddCoordinateRun(m_coords.end() - count, count);
 }
 
 void VornCoordinateVector::Clear() {
@@ -84,7 +92,7 @@ void VornCoordinateVector::Clear() {
 
 void VornCoordinateVector::RecalcBoundbox() {
   Reset();
-  for (VornCoordinate const* c = m_coords.begin(); c != m_coords.end(); ++c) AddCoordinate(*c);
+  AddCoordinateRun(m_coords.begin(), Count());
 }
 
 void VornCoordinateVector::RemoveAt(unsigned int index) {
@@ -126,15 +134,32 @@ void VornCoordinateVector::ReverseOrder() {
   std::reverse(m_coords.begin(), m_coords.end());
 }
 
+// Two choices keep the per-coordinate loop down to the call itself: the callback writes
+// straight into the element (NaN first, so that an unwritten axis is NaN), and the box
+// is widened once per block of kTransformBlock coordinates, in one run over coordinates
+// still in the cache, so that no extent has to live across the callback in memory. If
+// the callback throws, its element gets its old value back and the box is widened by
+// the part of the block already done.
 void VornCoordinateVector::Transform(VornTransformCallback callback, void* context) {
   if (callback == nullptr) throw VornException("Parameter is NULL", 5003);
   Reset();
-  for (VornCoordinate* c = m_coords.begin(); c != m_coords.end(); ++c) {
-    double x = std::numeric_limits<double>::quiet_NaN();
-    double y = std::numeric_limits<double>::quiet_NaN();
-    callback(c->X, c->Y, &x, &y, context);
-    c->X = x;
-    c->Y = y;
-    AddCoordinate(x, y);
+  VornCoordinate* c = m_coords.begin();
+  VornCoordinate* const end = m_coords.end();
+  while (c != end) {
+    VornCoordinate* const blockBegin = c;
+    VornCoordinate* const blockEnd = end - c > kTransformBlock ? c + kTransformBlock : end;
+    for (; c != blockEnd; ++c) {
+      VornCoordinate const source = *c;
+      c->X = std::numeric_limits<double>::quiet_NaN();
+      c->Y = std::numeric_limits<double>::quiet_NaN();
+      try {
+        callback(source.X, source.Y, &c->X, &c->Y, context);
+      } catch (...) {
+        *c = source;
+        AddCoordinateRun(blockBegin, static_cast<std::size_t>(c - blockBegin));
+        throw;
+      }
+    }
+    AddCoordinateRun(blockBegin, static_cast<std::size_t>(blockEnd - blockBegin));
   }
 }

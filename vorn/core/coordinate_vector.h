@@ -92,9 +92,12 @@ public:
   // Replaces every coordinate, first to last, by callback(X, Y, &outX, &outY, context)
   // and rebuilds the box from the results. Throws VornException("Parameter is NULL",
   // 5003), before anything changes, for a null callback. If the callback throws, the
-  // coordinates before it stay transformed and the box covers only those. The outputs
-  // are not seeded with the input: the callback must write both, and an axis it leaves
-  // unwritten becomes NaN.
+  // coordinates before it stay transformed, the one it threw on keeps its old value and
+  // the box covers only the transformed ones. The outputs are not seeded with the input:
+  // the callback must write both, and an axis it leaves unwritten becomes NaN.
+  // Note: outX and outY point into the element itself, which holds NaN while its call
+  // runs, and the box is brought up to date once per block of coordinates; a callback
+  // that reads this vector during the transformation sees such intermediate states.
   void Transform(VornTransformCallback callback, void* context);
 
   VornCoordinate* begin() { return m_coords.begin(); }
@@ -112,12 +115,12 @@ private:
   Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>> m_coords;
 };
 
+// push_back copies c before growth releases the old block, so c may be one of our own
+// elements; the box then reads the stored copy. Appending before widening keeps a
+// coordinate that could not be stored out of the box; neither step throws, so the order
+// is otherwise unobservable.
 inline void VornCoordinateVector::Add(VornCoordinate const& c) {
-  // Copied first: c may be one of our own elements, which growth would move away.
-  // Appending before widening keeps a coordinate that could not be stored out of the
-  // box; neither step throws, so the order is otherwise unobservable.
-  VornCoordinate const value = c;
-  if (m_coords.push_back(value)) AddCoordinate(value);
+  if (m_coords.push_back(c)) AddCoordinate(m_coords.back());
 }
 
 #endif
