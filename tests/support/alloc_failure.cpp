@@ -25,11 +25,13 @@ struct ChannelState {
 };
 
 ChannelState states[3];
+bool counting = true;
 
 ChannelState& State(Channel channel) { return states[static_cast<int>(channel)]; }
 
 // Counts one allocation and tells whether it must fail.
 bool ShouldFail(Channel channel) {
+  if (!counting) return false;
   ChannelState& state = State(channel);
   ++state.seen;
   bool const fail = state.failAll || (state.failAt != 0 && state.seen == state.failAt);
@@ -64,6 +66,12 @@ void Reset() {
 unsigned long Count(Channel channel) { return State(channel).seen; }
 
 bool Fired(Channel channel) { return State(channel).fired; }
+
+bool SetCounting(bool on) {
+  bool const previous = counting;
+  counting = on;
+  return previous;
+}
 
 }  // namespace vorn_test
 

@@ -5,7 +5,10 @@
 // the n-th allocation on it from now on fails (malloc and nothrow new return null,
 // throwing new throws std::bad_alloc), or every allocation fails. Allocations are
 // counted per channel while counting is on, so a test can measure how many
-// allocations an operation makes and then sweep every failure point.
+// allocations an operation makes and then sweep every failure point. Counting is on
+// unless a test turns it off (ScopedCounting): allocations made while it is off are
+// neither counted nor failed, which lets a test's own bookkeeping allocate freely
+// between the operations it measures.
 //
 // Not thread-safe: arm and disarm from the thread that runs the operation.
 #ifndef VORN_TESTS_SUPPORT_ALLOC_FAILURE_H
@@ -29,6 +32,20 @@ void Reset();
 unsigned long Count(Channel channel);
 // Whether an armed failure on `channel` has fired since it was armed.
 bool Fired(Channel channel);
+// Turns counting (and with it failing) on or off; returns the previous setting.
+bool SetCounting(bool on);
+
+// Sets counting for the lifetime of the guard and restores the previous setting on exit.
+class ScopedCounting {
+public:
+  explicit ScopedCounting(bool on) : previous_(SetCounting(on)) {}
+  ~ScopedCounting() { SetCounting(previous_); }
+  ScopedCounting(ScopedCounting const&) = delete;
+  ScopedCounting& operator=(ScopedCounting const&) = delete;
+
+private:
+  bool previous_;
+};
 
 // Arms a channel for the lifetime of the guard; disarms everything on exit.
 class ScopedFailure {

@@ -1,0 +1,35 @@
+# 32-bit x86 (i686). VornOptions.cmake adds -msse2 -mfpmath=sse and the 64-bit time
+# flags for this processor.
+#
+# Debian's i686 cross compiler (g++-i686-linux-gnu) is used when it is installed: it can
+# be installed next to the ARM cross compiler, which g++-multilib cannot. Otherwise the
+# host compiler builds with -m32 (g++-multilib).
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR i686)
+
+find_program(VORN_I686_CXX i686-linux-gnu-g++)
+if(VORN_I686_CXX)
+  set(CMAKE_C_COMPILER i686-linux-gnu-gcc)
+  set(CMAKE_CXX_COMPILER i686-linux-gnu-g++)
+  set(CMAKE_FIND_ROOT_PATH /usr/i686-linux-gnu)
+  set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+  set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+  set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+  set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+  # The test programs run on the host kernel with the cross compiler's own runtime, so
+  # no i386 system libraries are needed.
+  set(runtime /usr/i686-linux-gnu/lib)
+  set(CMAKE_EXE_LINKER_FLAGS_INIT
+      "-Wl,--dynamic-linker=${runtime}/ld-linux.so.2 -Wl,-rpath,${runtime}")
+  set(CMAKE_SHARED_LINKER_FLAGS_INIT "-Wl,-rpath,${runtime}")
+else()
+  set(CMAKE_C_COMPILER gcc)
+  set(CMAKE_CXX_COMPILER g++)
+  set(CMAKE_LIBRARY_ARCHITECTURE i386-linux-gnu)
+  foreach(kind C CXX)
+    set(CMAKE_${kind}_FLAGS_INIT "-m32")
+  endforeach()
+  foreach(kind EXE SHARED MODULE)
+    set(CMAKE_${kind}_LINKER_FLAGS_INIT "-m32")
+  endforeach()
+endif()
