@@ -1,0 +1,58 @@
+// Checks shared by the fuzz targets. A failed check prints what was expected and aborts,
+// which libFuzzer records as a crash together with the input that caused it. The checks
+// do not depend on NDEBUG.
+#ifndef VORN_FUZZ_FUZZ_CHECK_H
+#define VORN_FUZZ_FUZZ_CHECK_H
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <vorn/foundation/exception.h>
+
+#define FUZZ_CHECK(condition)                                                          \
+  do {                                                                                 \
+    if (!(condition)) {                                                                \
+      std::fprintf(stderr, "%s:%d: check failed: %s\n", __FILE__, __LINE__, #condition); \
+      std::abort();                                                                    \
+    }                                                                                  \
+  } while (false)
+
+namespace vorn_fuzz {
+
+// What a call is expected to raise: nothing, or a VornException with this message and code.
+struct Expected {
+  char const* message;
+  int code;
+};
+
+constexpr Expected kNoThrow{nullptr, 0};
+constexpr Expected kOutOfRange{"Index out of range", 5002};
+constexpr Expected kParameterIsNull{"Parameter is NULL", 5003};
+
+// Runs call() and checks that it raises exactly `expected`; returns whether it raised.
+template <class Call>
+bool Raises(Expected expected, Call call) {
+  try {
+    call();
+  } catch (VornException const& e) {
+    if (expected.message == nullptr || std::strcmp(e.Message(), expected.message) != 0 ||
+        e.ErrorCode() != expected.code) {
+      std::fprintf(stderr, "unexpected VornException \"%s\" (%d), expected \"%s\" (%d)\n",
+                   e.Message(), e.ErrorCode(), expected.message ? expected.message : "none",
+                   expected.code);
+      std::abort();
+    }
+    return true;
+  }
+  if (expected.message != nullptr) {
+    std::fprintf(stderr, "expected VornException \"%s\" (%d), nothing raised\n",
+                 expected.message, expected.code);
+    std::abort();
+  }
+  return false;
+}
+
+}  // namespace vorn_fuzz
+
+#endif
