@@ -271,15 +271,7 @@ private:
   }
 
   bool IsKnown(VornAttribute const* attribute) const {
-    for (Side const& side : sides_) {
-      for (Entry const& e : side.model) {
-        if (e.object == attribute) return true;
-      }
-    }
-    for (VornAttribute const* pooled : pool_) {
-      if (pooled == attribute) return true;
-    }
-    return false;
+    return vorn_fuzz::IsKnownObject(attribute, sides_, pool_);
   }
 
   FuzzedDataProvider& input_;
@@ -291,8 +283,5 @@ private:
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-  FuzzedDataProvider input(data, size);
-  Session session(input);
-  for (int step = 0; step < 200 && input.remaining_bytes() > 0; ++step) session.Step();
-  return 0;
+  return vorn_fuzz::RunSession<Session>(data, size, 200);
 }

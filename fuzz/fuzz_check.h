@@ -4,6 +4,10 @@
 #ifndef VORN_FUZZ_FUZZ_CHECK_H
 #define VORN_FUZZ_FUZZ_CHECK_H
 
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -51,6 +55,31 @@ bool Raises(Expected expected, Call call) {
     std::abort();
   }
   return false;
+}
+
+// Whether `object` is held by one of the sessions' models (each side's `model`, whose
+// entries name their `object`) or by the pool of detached objects the session owns.
+template <class Object, class Sides, class Pool>
+bool IsKnownObject(Object const* object, Sides const& sides, Pool const& pool) {
+  for (auto const& side : sides) {
+    for (auto const& entry : side.model) {
+      if (entry.object == object) return true;
+    }
+  }
+  for (Object const* pooled : pool) {
+    if (pooled == object) return true;
+  }
+  return false;
+}
+
+// The body of an operation-sequence target: one Session fed by the whole input, stepped
+// until the input runs out or `maxSteps` steps have run.
+template <class Session>
+int RunSession(std::uint8_t const* data, std::size_t size, int maxSteps) {
+  FuzzedDataProvider input(data, size);
+  Session session(input);
+  for (int step = 0; step < maxSteps && input.remaining_bytes() > 0; ++step) session.Step();
+  return 0;
 }
 
 }  // namespace vorn_fuzz

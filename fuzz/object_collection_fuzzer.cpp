@@ -343,15 +343,7 @@ private:
   }
 
   bool IsKnown(IVornObject const* object) const {
-    for (Side const& side : sides_) {
-      for (Entry const& e : side.model) {
-        if (e.object == object) return true;
-      }
-    }
-    for (IVornObject const* pooled : pool_) {
-      if (pooled == object) return true;
-    }
-    return false;
+    return vorn_fuzz::IsKnownObject(object, sides_, pool_);
   }
 
   FuzzedDataProvider& input_;
@@ -363,8 +355,5 @@ private:
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-  FuzzedDataProvider input(data, size);
-  Session session(input);
-  for (int step = 0; step < 100 && input.remaining_bytes() > 0; ++step) session.Step();
-  return 0;
+  return vorn_fuzz::RunSession<Session>(data, size, 100);
 }

@@ -358,15 +358,7 @@ private:
   }
 
   bool IsKnown(VornPolygon const* polygon) const {
-    for (Side const& side : sides_) {
-      for (Entry const& e : side.model) {
-        if (e.object == polygon) return true;
-      }
-    }
-    for (VornPolygon const* pooled : pool_) {
-      if (pooled == polygon) return true;
-    }
-    return false;
+    return vorn_fuzz::IsKnownObject(polygon, sides_, pool_);
   }
 
   FuzzedDataProvider& input_;
@@ -378,8 +370,5 @@ private:
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-  FuzzedDataProvider input(data, size);
-  Session session(input);
-  for (int step = 0; step < 200 && input.remaining_bytes() > 0; ++step) session.Step();
-  return 0;
+  return vorn_fuzz::RunSession<Session>(data, size, 200);
 }
