@@ -1,15 +1,15 @@
 // UTF-8 <-> UTF-16 conversion on arbitrary input, in every overload, against a reference
 // codec written here independently of the library's.
 //
-// The input gives a byte limit, a buffer size and a text; the text is read both as UTF-8
-// bytes and as little-endian UTF-16 units. Every argument is copied into a heap block of
-// exactly the size the call may read (a counted narrow text gets no terminator when the
-// count ends inside it), so AddressSanitizer reports any over-read. Checked:
+// The input gives a limit, a buffer size and a text; the text is read both as UTF-8 bytes
+// and as little-endian UTF-16 units. Every argument is copied into a heap block of exactly
+// the size the call may read (a counted narrow text gets no terminator when the count
+// ends conversion inside it), so AddressSanitizer reports any over-read. Checked:
 //   - well-formed input converts to exactly the reference encoding, and round-trips;
 //   - malformed input gives the allocated "" (0 and a lone terminator from the buffer
 //     form), while a limit that ends conversion first leaves the rest unread;
-//   - a byte limit never splits a character, and the buffer form writes nothing past the
-//     terminator it reports.
+//   - a limit (units produced, bytes written) never splits a character, and the buffer
+//     form writes nothing past the terminator it reports.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
@@ -54,20 +54,6 @@ std::size_t SequenceLength(unsigned char lead) {
   return 0;
 }
 
-// Whether the `have` bytes of an incomplete sequence can still be completed into a
-// well-formed one; trying the lowest and the highest continuation bytes suffices.
-bool IsCompletablePrefix(unsigned char const* s, std::size_t have, std::size_t length) {
-  static unsigned char const kFills[2] = {0x80, 0xBF};
-  for (unsigned char fill : kFills) {
-    unsigned char candidate[4];
-    std::memcpy(candidate, s, have);
-    std::memset(candidate + have, fill, length - have);
-    char32_t code;
-    if (DecodeSequence(candidate, length, code)) return true;
-  }
-  return false;
-}
-
 void AppendUtf16(char32_t code, Units& out) {
   if (code < 0x10000) {
     out.push_back(static_cast<unsigned short>(code));
@@ -95,31 +81,28 @@ void AppendUtf8(char32_t code, Bytes& out) {
   }
 }
 
-// UTF-8 to UTF-16 over at most `limit` bytes of `text`, ending at a zero byte. A sequence
-// that `limit` cuts ends the conversion, or is malformed when `endsAtLimit`. Returns false
-// for malformed input.
-bool ReferenceWiden(Bytes const& text, std::size_t limit, bool endsAtLimit, Units& out) {
+// Zero-terminated UTF-8 to UTF-16 in at most `limit` units; the first character that does
+// not fit ends the conversion, after being checked. Returns false for malformed input.
+// `read` is how many bytes a conversion that stops where this one does needs to look at:
+// up to the terminator, or up to the end of the character that ended it. DecodeSequence
+// stops at the first byte that is no continuation, so a terminator ends it as malformed.
+bool ReferenceWiden(Bytes const& text, std::size_t limit, Units& out, std::size_t& read) {
   out.clear();
-  auto const* s = reinterpret_cast<unsigned char const*>(text.data());
-  std::size_t const end = limit < text.size() ? limit : text.size();
+  auto const* s = reinterpret_cast<unsigned char const*>(text.c_str());
   std::size_t i = 0;
-  while (i < end && s[i] != 0) {
+  read = std::strlen(text.c_str()) + 1;
+  while (out.size() < limit && s[i] != 0) {
     std::size_t const length = SequenceLength(s[i]);
-    if (length == 0) return false;
-    // A zero byte inside a sequence is not a continuation byte: malformed, not the end.
-    std::size_t have = 1;
-    while (have < length && i + have < end && s[i + have] != 0) ++have;
-    if (have < length) {
-      bool const cutByLimit = i + have == end && end == limit;
-      if (!IsCompletablePrefix(s + i, have, length)) return false;
-      if (cutByLimit && !endsAtLimit) return true;
-      return false;
-    }
     char32_t code;
-    if (!DecodeSequence(s + i, length, code)) return false;
+    if (length == 0 || !DecodeSequence(s + i, length, code)) return false;
+    if ((code < 0x10000 ? 1u : 2u) > limit - out.size()) {
+      read = i + length;
+      return true;
+    }
     AppendUtf16(code, out);
     i += length;
   }
+  if (s[i] != 0) read = i;
   return true;
 }
 
@@ -181,8 +164,8 @@ void CheckNarrow(NarrowString const& result, bool wellFormed, Bytes const& expec
 // Every narrow-to-wide overload on `text` (which may hold zero bytes); returns the
 // conversion of the whole text up to its first zero byte when it is well formed.
 bool CheckWiden(Bytes const& text, unsigned int count, Units& whole) {
-  std::size_t const measured = std::strlen(text.c_str());
-  bool const wellFormed = ReferenceWiden(text, measured, true, whole);
+  std::size_t unused;
+  bool const wellFormed = ReferenceWiden(text, SIZE_MAX, whole, unused);
 
   // Measured: exactly the text and its terminator.
   std::unique_ptr<char[]> const exact(new char[text.size() + 1]);
@@ -192,12 +175,13 @@ bool CheckWiden(Bytes const& text, unsigned int count, Units& whole) {
   NarrowString narrow(exact.get());
   CheckWide(VornUtil::StringToWString(narrow), wellFormed, whole);
 
-  // Counted: when the count ends inside the text, the block ends there, unterminated.
-  std::size_t const readable = count < text.size() ? count : text.size() + 1;
+  // Counted: when the count ends conversion inside the text, the block ends with the last
+  // character looked at, unterminated.
+  Units prefix;
+  std::size_t readable;
+  bool const prefixWellFormed = ReferenceWiden(text, count, prefix, readable);
   std::unique_ptr<char[]> const counted(new char[readable == 0 ? 1 : readable]);
   std::memcpy(counted.get(), text.c_str(), readable);
-  Units prefix;
-  bool const prefixWellFormed = ReferenceWiden(text, count, false, prefix);
   WideString const result = VornUtil::StringToWString(counted.get(), count);
   CheckWide(result, prefixWellFormed, prefix);
   FUZZ_CHECK(result.length() <= count);

@@ -55,13 +55,19 @@ TEST(Conversion, EncodingBoundariesRoundTrip) {
 }
 
 TEST(Conversion, ACountNeverSplitsACharacter) {
-  // Narrow to wide: the count limits the bytes read; nothing at or past it is read.
+  // Narrow to wide: the count limits the units produced; nothing behind the last
+  // character looked at is read, so unterminated text that fills the count is fine.
   EXPECT_EQ(Units(VornUtilText::StringToWString("abcdef", 3)), u"abc");
   EXPECT_EQ(Units(VornUtilText::StringToWString("ab\0cd", 5)), u"ab");
-  EXPECT_TRUE(AllocatedEmpty(VornUtilText::StringToWString(kGrin.c_str(), 3)));
-  EXPECT_EQ(Units(VornUtilText::StringToWString(kGrin.c_str(), 4)), kGrinPair);
-  char const cut[3] = {'x', 'y', '\xC3'};  // no terminator follows
-  EXPECT_EQ(Units(VornUtilText::StringToWString(cut, 3)), u"xy");
+  std::string const accents = kEAcute + kEAcute + kEAcute;
+  EXPECT_EQ(Units(VornUtilText::StringToWString(accents.data(), 2)), u"\u00e9\u00e9");
+  std::string const pairs = "a" + kGrin + "b";
+  EXPECT_EQ(Units(VornUtilText::StringToWString(pairs.c_str(), 2)), u"a");  // not half a pair
+  EXPECT_EQ(Units(VornUtilText::StringToWString(pairs.c_str(), 3)), u"a" + kGrinPair);
+  EXPECT_TRUE(AllocatedEmpty(VornUtilText::StringToWString(kGrin.c_str(), 1)));
+  char const unterminated[3] = {'x', 'y', '\xC3'};
+  EXPECT_EQ(Units(VornUtilText::StringToWString(unterminated, 2)), u"xy");
+  EXPECT_TRUE(AllocatedEmpty(VornUtilText::StringToWString("xy\xC3", 3)));  // cut by the end
   // Wide to narrow: the count limits the bytes written.
   EXPECT_EQ(Bytes(VornUtilText::WStringToString(W(u"abcdef"), 3)), "abc");
   EXPECT_EQ(Bytes(VornUtilText::WStringToString(W(u"a\u00e9"), 2)), "a");

@@ -17,21 +17,19 @@ constexpr char32_t kFirstSupplementary = 0x10000;
 bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-enum class Outcome { Complete, Cut, Malformed };
-
 struct Decoded {
-  Outcome outcome;
-  unsigned int bytes;  // length of the sequence when Complete
+  bool wellFormed;
+  unsigned int bytes;  // length of the sequence when well formed
   char32_t code;
 };
 
-// Decodes the character starting at text[0] (not zero), reading no further than
-// text[available - 1]. Only the well-formed sequences are accepted: no overlong forms,
-// no surrogate code points, nothing above U+10FFFF. A sequence that is well formed so
-// far but runs past `available` is Cut; a zero byte inside a sequence is Malformed.
-Decoded DecodeUtf8(unsigned char const* text, unsigned int available) {
+// Decodes the character starting at text[0] (not zero). Only the well-formed sequences
+// are accepted: no overlong forms, no surrogate code points, nothing above U+10FFFF.
+// Reading stops at the first byte that cannot continue the sequence, so a zero byte
+// inside a sequence ends it as malformed and nothing past a terminator is read.
+Decoded DecodeUtf8(unsigned char const* text) {
   unsigned char const lead = text[0];
-  if (lead < 0x80) return {Outcome::Complete, 1, lead};
+  if (lead < 0x80) return {true, 1, lead};
   unsigned int length = 0;
   char32_t code = 0;
   // The range the second byte must fall in; later bytes are always 0x80..0xBF.
@@ -51,51 +49,41 @@ Decoded DecodeUtf8(unsigned char const* text, unsigned int available) {
     if (lead == 0xF0) low = 0x90;   // overlong below U+10000
     if (lead == 0xF4) high = 0x8F;  // above U+10FFFF
   } else {
-    return {Outcome::Malformed, 0, 0};
+    return {false, 0, 0};
   }
   for (unsigned int i = 1; i < length; ++i) {
-    if (i == available) return {Outcome::Cut, 0, 0};
     unsigned char const next = text[i];
-    if (next < low || next > high) return {Outcome::Malformed, 0, 0};
+    if (next < low || next > high) return {false, 0, 0};
     low = 0x80;
     high = 0xBF;
     code = (code << 6) | (next & 0x3Fu);
   }
-  return {Outcome::Complete, length, code};
+  return {true, length, code};
 }
 
-// Converts UTF-8 text, at most count bytes up to a zero byte, into out (or only
-// measures when out is null). Sets units to the result length; false when malformed.
-// A sequence cut at count ends the conversion, or is malformed when endsAtCount.
-bool Utf8ToUtf16(char const* text, unsigned int count, bool endsAtCount, unsigned short* out,
+// Converts zero-terminated UTF-8 text into at most limit units of out (or only measures
+// when out is null). Sets units to the result length; false when malformed. The
+// character that no longer fits (a pair with one unit of room left) is still checked
+// before conversion ends there; nothing behind it is read.
+bool Utf8ToUtf16(char const* text, unsigned int limit, unsigned short* out,
                  unsigned int& units) {
   auto const* bytes = reinterpret_cast<unsigned char const*>(text);
   units = 0;
-  unsigned int read = 0;
-  while (read < count && bytes[read] != 0) {
-    Decoded const c = DecodeUtf8(bytes + read, count - read);
-    if (c.outcome == Outcome::Malformed) return false;
-    if (c.outcome == Outcome::Cut) {
-      if (endsAtCount) return false;
-      break;
+  for (unsigned int read = 0; units < limit && bytes[read] != 0;) {
+    Decoded const c = DecodeUtf8(bytes + read);
+    if (!c.wellFormed) return false;
+    unsigned int const length = c.code < kFirstSupplementary ? 1 : 2;
+    if (length > limit - units) break;
+    if (out != nullptr && length == 1) {
+      out[units] = static_cast<unsigned short>(c.code);
+    } else if (out != nullptr) {
+      char32_t const offset = c.code - kFirstSupplementary;
+      out[units] = static_cast<unsigned short>(0xD800 + (offset >> 10));
+      out[units + 1] = static_cast<unsigned short>(0xDC00 + (offset & 0x3FF));
     }
-    // A character takes at least as many bytes as units (one to three bytes: one unit,
-    // four bytes: a pair), so the result stays within count units and a pair is never
-    // split by that limit.
-    if (c.code < kFirstSupplementary) {
-      if (out != nullptr) out[units] = static_cast<unsigned short>(c.code);
-      units += 1;
-    } else {
-      if (out != nullptr) {
-        char32_t const offset = c.code - kFirstSupplementary;
-        out[units] = static_cast<unsigned short>(0xD800 + (offset >> 10));
-        out[units + 1] = static_cast<unsigned short>(0xDC00 + (offset & 0x3FF));
-      }
-      units += 2;
-    }
+    units += length;
     read += c.bytes;
   }
-  assert(units <= read);
   return true;
 }
 
@@ -143,27 +131,24 @@ bool Utf16ToUtf8(unsigned short const* text, unsigned int limit, char* out,
 
 }  // namespace
 
-WideString VornUtilText::Widen(char const* text, unsigned int count, bool endsAtCount) {
+WideString VornUtilText::StringToWString(char const* text, unsigned int count) {
   assert(text != nullptr);
   WideString result;
   unsigned int units = 0;
-  bool const wellFormed = Utf8ToUtf16(text, count, endsAtCount, nullptr, units);
+  bool const wellFormed = Utf8ToUtf16(text, count, nullptr, units);
   unsigned short* out = result.prepare(wellFormed ? units : 0);
-  if (wellFormed && out != nullptr) Utf8ToUtf16(text, count, endsAtCount, out, units);
+  if (wellFormed && out != nullptr) Utf8ToUtf16(text, count, out, units);
   return result;
 }
 
-WideString VornUtilText::StringToWString(char const* text, unsigned int count) {
-  return Widen(text, count, false);
-}
-
+// A character takes at least one byte per unit, so a byte length never limits the units.
 WideString VornUtilText::StringToWString(char const* text) {
   assert(text != nullptr);
-  return Widen(text, astringfuncs::length(text), true);
+  return StringToWString(text, astringfuncs::length(text));
 }
 
 WideString VornUtilText::StringToWString(NarrowString const& text) {
-  return Widen(text.c_str(), text.length(), true);
+  return StringToWString(text.c_str(), text.length());
 }
 
 NarrowString VornUtilText::WStringToString(unsigned short const* text, unsigned int count) {

@@ -7,7 +7,8 @@
 // before the first character that does not fit. Malformed input (invalid or overlong
 // UTF-8, surrogate code points in UTF-8, unpaired surrogates in UTF-16) met before that
 // point makes the whole result empty: the allocated "" for the string forms, 0 for the
-// buffer form. No input is read past its terminator or past a limiting count.
+// buffer form. No input is read past its terminator, nor past the last character that a
+// limiting count lets through.
 //
 // Results are new strings owned by the caller. If their buffer cannot be allocated they
 // come back empty (no buffer), as every library string does.
@@ -24,14 +25,16 @@ class VORN_API VornUtilText {
 public:
   VornUtilText() = delete;
 
-  // Converts the UTF-8 text, reading at most count bytes and stopping at a zero byte;
-  // a character cut by count is left out (the bytes behind count are never read, so it
-  // cannot be told from a truncated one). The result never exceeds count units and,
-  // when nothing converts, is the allocated "" (not empty()).
+  // Converts the UTF-8 text up to its zero byte into at most count units, leaving out
+  // the first character that does not fit (a surrogate pair is never split) and
+  // everything after it. Note: count limits the units produced, not the bytes read;
+  // text needs no terminator when it holds enough characters to fill count units, as
+  // nothing behind the last one converted is read. When nothing converts the result is
+  // the allocated "" (not empty()).
   static stringbase<unsigned short, wstringfuncs> StringToWString(char const* text,
                                                                   unsigned int count);
-  // The whole zero-terminated text; text must not be null. A sequence truncated by the
-  // terminator is malformed.
+  // The whole zero-terminated text (count = its byte length, which never limits); text
+  // must not be null. A sequence truncated by the terminator is malformed.
   static stringbase<unsigned short, wstringfuncs> StringToWString(char const* text);
   // The whole text of the string, as above; an empty text gives the allocated "".
   static stringbase<unsigned short, wstringfuncs> StringToWString(
@@ -54,12 +57,6 @@ public:
   // size + 1 bytes. Malformed text returns 0 with buffer[0] zero and nothing else written.
   static unsigned int WStringToString(stringbase<unsigned short, wstringfuncs> const& text,
                                       char* buffer, unsigned int size);
-
-private:
-  // Narrow to wide over at most count bytes. When endsAtCount, the text is known to end
-  // there, so a sequence cut at count is malformed instead of being left out.
-  static stringbase<unsigned short, wstringfuncs> Widen(char const* text, unsigned int count,
-                                                        bool endsAtCount);
 };
 
 #endif
