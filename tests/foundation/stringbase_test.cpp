@@ -129,6 +129,14 @@ TYPED_TEST(StringForms, FailedAllocationLeavesTheStringEmpty) {
   EXPECT_TRUE(assigned.empty());
 }
 
+TEST(NarrowText, IndexingReadsHighBytesAsNegativeOnEveryTarget) {
+  stringbase<char, astringfuncs> const s("\xC3\xA9z");  // plain char is unsigned on ARM
+  static_assert(std::is_same<decltype(s[0u]), signed char>::value, "signed on every target");
+  EXPECT_EQ(s[0u], -61);
+  EXPECT_EQ(s[1], -87);
+  EXPECT_EQ((stringbase<unsigned short, wstringfuncs>(W(u"\xffff"))[0u]), 0xFFFF);
+}
+
 TEST(WideText, MeasuresAndComparesSixteenBitUnits) {
   // A 32-bit wchar_t measure would run past the zero unit after "ab".
   EXPECT_EQ((stringbase<unsigned short, wstringfuncs>(W(u"ab\0cd")).length()), 2u);

@@ -50,8 +50,11 @@ namespace detail {
 }  // namespace detail
 }  // namespace Vorn
 
-// Traits of the narrow form: measures with strlen.
+// Traits of the narrow form: measures with strlen. Its operator[] yields a signed char on
+// every target, also where plain char is unsigned (32-bit ARM), so that bytes from 0x80
+// up read as the same negative numbers everywhere.
 struct VORN_API astringfuncs {
+  using unit_value = signed char;
   static unsigned int length(char const* text) {
     return static_cast<unsigned int>(std::strlen(text));
   }
@@ -60,6 +63,7 @@ struct VORN_API astringfuncs {
 
 // Traits of the wide form: measures 16-bit units with Vorn::text::length.
 struct VORN_API wstringfuncs {
+  using unit_value = unsigned short;
   static unsigned int length(unsigned short const* text) { return Vorn::text::length(text); }
   static constexpr unsigned short empty_text[1] = {0};
 };
@@ -126,23 +130,23 @@ public:
   // The code unit at index, by value. Throws a bare char* pointing at the static text
   // "Index out of Range" (capital R; not a VornException, and the same narrow text for
   // both forms) when index >= length(), so s[0] throws on an empty string.
-  C operator[](unsigned int index) const {
+  typename F::unit_value operator[](unsigned int index) const {
     if (index >= length_) Vorn::detail::throw_string_index_error();
-    return buffer_[index];
+    return static_cast<typename F::unit_value>(buffer_[index]);
   }
   // Any other integer type: the same check, with negative indexes out of range too.
   // Without this, s[0] would compete with subscripting the converted pointer.
   template <class I, std::enable_if_t<std::is_integral<I>::value &&
                                           !std::is_same<I, unsigned int>::value,
                                       int> = 0>
-  C operator[](I index) const {
+  typename F::unit_value operator[](I index) const {
     if constexpr (std::is_signed<I>::value) {
       if (index < 0) Vorn::detail::throw_string_index_error();
     }
     if (static_cast<unsigned long long>(index) >= length_) {
       Vorn::detail::throw_string_index_error();
     }
-    return buffer_[index];
+    return (*this)[static_cast<unsigned int>(index)];
   }
 
   // The text, or a static "" of the matching width when the string is empty: never null.
