@@ -110,6 +110,20 @@ TEST(CoordinateVector, TransformRebuildsTheBoxFromTheResults) {
   EXPECT_EQ(Show(v), "20,20 21,22 50,50 | 20..21 x 20..22");
   v.Transform([](double x, double, double* outX, double*, void*) { *outX = x; }, nullptr);
   EXPECT_TRUE(std::isnan(v.begin()->Y));  // an unwritten axis is NaN, not a stale value
+
+  // The outputs are scratch values: the element keeps its value until its call returns.
+  VornCoordinateVector w = Make({{1, 2}, {3, 4}});
+  w.Transform(
+      [](double x, double y, double* outX, double* outY, void* context) {
+        auto const* self = static_cast<VornCoordinateVector const*>(context);
+        unsigned int const i = x == 1 ? 0 : 1;
+        EXPECT_TRUE(self->begin()[i].X == x && self->begin()[i].Y == y);
+        *outX = -x;
+        *outY = -y;
+        EXPECT_EQ(self->begin()[i].X, x);
+      },
+      &w);
+  EXPECT_EQ(Show(w), "-1,-2 -3,-4 | -3..-1 x -4..-2");
 }
 
 TEST(CoordinateVector, CopyRecomputesTheBoxWhileAssignmentCopiesItAsItIs) {
@@ -130,23 +144,37 @@ TEST(CoordinateVector, CopyRecomputesTheBoxWhileAssignmentCopiesItAsItIs) {
   EXPECT_EQ(Show(target), "0,0 0,0 | 1..5 x 1..5");  // copied before the throw
 }
 
-TEST(CoordinateVector, ExhaustionLeavesTheVectorAndItsBoxUnchanged) {
-  VornCoordinateVector v;
-  for (int i = 0; i < 10; ++i) v.Add(i, i);  // capacity 10 is full
+TEST(CoordinateVector, ExhaustionStoresLessButTheBoxStillTakesEveryCoordinate) {
+  VornCoordinateVector full;
+  for (int i = 0; i < 10; ++i) full.Add(i, i);  // capacity 10 is full
   VornCoordinate points[] = {{-5, -5}, {50, 50}};
+  VornCoordinateVector v(full);
+  {
+    ScopedFailure failure(Channel::NothrowNew);
+    v.Add(100, 100);  // widened first, then not stored
+    v.AddRange(points, 2);
+  }
+  EXPECT_EQ(v.Count(), 10u);
+  EXPECT_EQ(Show(v).substr(Show(v).find('|')), "| -5..100 x -5..100");
+
+  VornCoordinateVector w(full);
+  {
+    ScopedFailure failure(Channel::NothrowNew, 1);  // only the reservation of 12 fails
+    w.AddRange(points, 2);  // each coordinate then grows the block on its own
+  }
+  EXPECT_EQ(Show(w), "0,0 1,1 2,2 3,3 4,4 5,5 6,6 7,7 8,8 9,9 -5,-5 50,50 | -5..50 x -5..50");
+
   VornCoordinateVector target(points, 1);  // room for exactly one
-  std::string const before = Show(v);
-  for (int step = 0; step < 5; ++step) {
+  std::string const before = Show(full);
+  for (int step = 0; step < 3; ++step) {
     ScopedFailure failure(Channel::NothrowNew, 1);
     switch (step) {
-      case 0: v.Add(100, 100); break;
-      case 1: v.AddRange(points, 2); break;  // stored whole or not at all
-      case 2: EXPECT_FALSE(v.Reserve(100)); break;
-      case 3: EXPECT_FALSE(v.Resize(20)); break;
-      case 4: target = v; break;
+      case 0: EXPECT_FALSE(full.Reserve(100)); break;
+      case 1: EXPECT_FALSE(full.Resize(20)); break;
+      case 2: target = full; break;
     }
   }
-  EXPECT_EQ(Show(v), before);
+  EXPECT_EQ(Show(full), before);
   EXPECT_EQ(Show(target), "| -5..-5 x -5..-5");
 }
 

@@ -64,18 +64,25 @@ void VornCoordinateVector::AddRange(VornCoordinateVector const& other) {
   Append(other.begin(), other.Count());
 }
 
-// Reserves room for the whole range first, so the range causes at most one reallocation
-// and is stored whole or not at all. The source may lie in our own block (appending a
-// vector to itself), so it is located again after the reservation moved the block. The
-// box is widened over the stored copies afterwards, in one run: nothing can fail or
-// look at the vector in between, so the result is that of widening before each append.
+// Reserves room for the whole range first, so the range causes at most one reallocation.
+// The source may lie in our own block (appending a vector to itself), so it is located
+// by its offset whenever the block may have moved. With room reserved, the box is
+// widened over the stored copies afterwards, in one run: nothing can fail or look at the
+// vector in between, so the result is that of widening before each append. Without it,
+// each coordinate widens the box and is then appended on its own, as far as the growth
+// policy still obtains room, so the box covers coordinates that could not be stored.
 void VornCoordinateVector::Append(VornCoordinate const* first, unsigned int count) {
   VornCoordinate const* const oldBegin = m_coords.begin();
   std::less<VornCoordinate const*> const before;
   bool const ownBlock =
       oldBegin != nullptr && !before(first, oldBegin) && before(first, m_coords.end());
   std::ptrdiff_t const offset = ownBlock ? first - oldBegin : 0;
-  if (!m_coords.reserve(Count() + count)) return;
+  if (!m_coords.reserve(Count() + count)) {
+    for (unsigned int i = 0; i < count; ++i) {
+      Add(ownBlock ? m_coords.begin()[offset + i] : first[i]);
+    }
+    return;
+  }
   if (ownBlock) first = m_coords.begin() + offset;
   for (unsigned int i = 0; i < count; ++i) {
     bool const stored = m_coords.push_back(first[i]);
@@ -134,12 +141,10 @@ void VornCoordinateVector::ReverseOrder() {
   std::reverse(m_coords.begin(), m_coords.end());
 }
 
-// Two choices keep the per-coordinate loop down to the call itself: the callback writes
-// straight into the element (NaN first, so that an unwritten axis is NaN), and the box
-// is widened once per block of kTransformBlock coordinates, in one run over coordinates
-// still in the cache, so that no extent has to live across the callback in memory. If
-// the callback throws, its element gets its old value back and the box is widened by
-// the part of the block already done.
+// The box is widened once per block of kTransformBlock coordinates, in one run over
+// coordinates still in the cache, so that no extent has to live across the callback in
+// memory and the per-coordinate loop is the call and one store. If the callback throws,
+// the box is widened by the part of the block already done.
 void VornCoordinateVector::Transform(VornTransformCallback callback, void* context) {
   if (callback == nullptr) throw VornException("Parameter is NULL", 5003);
   Reset();
@@ -149,16 +154,15 @@ void VornCoordinateVector::Transform(VornTransformCallback callback, void* conte
     VornCoordinate* const blockBegin = c;
     VornCoordinate* const blockEnd = end - c > kTransformBlock ? c + kTransformBlock : end;
     for (; c != blockEnd; ++c) {
-      VornCoordinate const source = *c;
-      c->X = std::numeric_limits<double>::quiet_NaN();
-      c->Y = std::numeric_limits<double>::quiet_NaN();
+      VornCoordinate result{std::numeric_limits<double>::quiet_NaN(),
+                            std::numeric_limits<double>::quiet_NaN()};
       try {
-        callback(source.X, source.Y, &c->X, &c->Y, context);
+        callback(c->X, c->Y, &result.X, &result.Y, context);
       } catch (...) {
-        *c = source;
         AddCoordinateRun(blockBegin, static_cast<std::size_t>(c - blockBegin));
         throw;
       }
+      *c = result;
     }
     AddCoordinateRun(blockBegin, static_cast<std::size_t>(blockEnd - blockBegin));
   }

@@ -10,8 +10,10 @@
 // RemoveDuplicates, ReverseOrder and Resize leave it as it was, so it may be stale
 // (larger than the coordinates, or ignoring new ones) until RecalcBoundbox.
 //
-// Running out of memory never throws: an Add or AddRange whose storage cannot be
-// obtained stores nothing and leaves the box as it was; Reserve and Resize report it
+// Running out of memory never throws. Add widens the box before it appends, so a
+// coordinate that could not be stored is still in the box. AddRange reserves room for
+// the whole range once; if that fails it still widens the box with every coordinate and
+// appends each one the growth policy finds room for. Reserve and Resize report it
 // through their result.
 //
 // Not thread-safe: use one object from one thread at a time.
@@ -55,12 +57,12 @@ public:
   operator VornCoordinate*() const { return const_cast<VornCoordinate*>(m_coords.begin()); }
   unsigned int Count() const { return m_coords.size(); }
 
-  // Appends (x, y) and widens the box with it.
+  // Widens the box with (x, y), then appends it.
   void Add(double x, double y) { Add(VornCoordinate{x, y}); }
   void Add(VornCoordinate const& c);
 
   // Appends coords[0] .. coords[count - 1] (all of them), widening the box with each,
-  // after reserving room for the whole range once. Throws VornException("Parameter is
+  // after reserving room for the whole range once (see above for a failed reservation). Throws VornException("Parameter is
   // NULL", 5003) for a null array, whatever the count; a count below 1 adds nothing.
   void AddRange(VornCoordinate* coords, int count);
   // Appends every element of v, first to last, widening the box with each.
@@ -89,15 +91,15 @@ public:
   // Reverses the order in place; a middle element stays. The box is left as it was.
   void ReverseOrder();
 
-  // Replaces every coordinate, first to last, by callback(X, Y, &outX, &outY, context)
-  // and rebuilds the box from the results. Throws VornException("Parameter is NULL",
-  // 5003), before anything changes, for a null callback. If the callback throws, the
-  // coordinates before it stay transformed, the one it threw on keeps its old value and
-  // the box covers only the transformed ones. The outputs are not seeded with the input:
-  // the callback must write both, and an axis it leaves unwritten becomes NaN.
-  // Note: outX and outY point into the element itself, which holds NaN while its call
-  // runs, and the box is brought up to date once per block of coordinates; a callback
-  // that reads this vector during the transformation sees such intermediate states.
+  // Replaces every coordinate, first to last, by callback(X, Y, &outX, &outY, context),
+  // storing the outputs into the element after the call returns, and rebuilds the box
+  // from the results. Throws VornException("Parameter is NULL", 5003), before anything
+  // changes, for a null callback. If the callback throws, the coordinates before it stay
+  // transformed, the one it threw on keeps its value and the box covers only the
+  // transformed ones. The outputs are scratch doubles, not seeded with the input: the
+  // callback must write both, and an axis it leaves unwritten becomes NaN.
+  // Note: the box is brought up to date once per block of coordinates, not after every
+  // call; a callback that reads this vector's box during the transformation sees it lag.
   void Transform(VornTransformCallback callback, void* context);
 
   VornCoordinate* begin() { return m_coords.begin(); }
@@ -115,12 +117,12 @@ private:
   Vorn::vector<VornCoordinate, Vorn::allocator, Vorn::exponential_growth<10>> m_coords;
 };
 
+// The box is widened first, so a coordinate that cannot be stored still widens it.
 // push_back copies c before growth releases the old block, so c may be one of our own
-// elements; the box then reads the stored copy. Appending before widening keeps a
-// coordinate that could not be stored out of the box; neither step throws, so the order
-// is otherwise unobservable.
+// elements.
 inline void VornCoordinateVector::Add(VornCoordinate const& c) {
-  if (m_coords.push_back(c)) AddCoordinate(m_coords.back());
+  AddCoordinate(c);
+  m_coords.push_back(c);
 }
 
 #endif
