@@ -75,6 +75,14 @@ TEST(Attribute, CopiesDropTheWidthAndDecimalsOfADouble) {
   VornAttribute const constructed(source);
   EXPECT_EQ(Layout(assigned) + " " + Layout(constructed), "1/0/0 1/0/0");
   EXPECT_TRUE(assigned.ValueDouble() == 2.5 && constructed.ValueDouble() == 2.5);
+  VornAttribute& alias = source;
+  source = alias;  // released before it is read, like any target
+  EXPECT_EQ(Layout(source), "1/0/0");
+  VornAttribute text(W(u"T"), W(u"text"));
+  VornAttribute& textAlias = text;
+  text = textAlias;
+  EXPECT_EQ(Layout(text), "0/0/0");
+  EXPECT_EQ(U16(text.ValueString()) + U16(text.Name.c_str()), u"T");
 }
 
 TEST(Attribute, NarrowTextAndRecordsAreConverted) {
@@ -100,11 +108,15 @@ TEST(Attribute, BlobCopiesAreDeepAndSettersLeaveTheOldBuffer) {
   source.reset();
   EXPECT_EQ(std::memcmp(copy.ValueBLOB(), bytes, 3), 0);
   VornAttribute& alias = copy;
-  copy = alias;  // self-assignment keeps the value
+  copy = alias;  // a BLOB assigned to itself keeps its buffer
   unsigned char const* const kept = copy.ValueBLOB();
+  EXPECT_EQ(kept[2], 3);
   copy.SetValue(bytes, 1);
   EXPECT_EQ(kept[2], 3);  // still allocated: the attribute no longer owns it
   delete[] kept;
+  long long const released = copy.ValueInt64();
+  copy = VornAttribute(W(u"S"), W(u"s"));
+  EXPECT_EQ(copy.ValueInt64(), released);  // the slot keeps the released buffer's address
 }
 
 // Stores `kind` as the kind number of `attribute`, as a damaged record would hold it.

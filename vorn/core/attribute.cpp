@@ -75,8 +75,11 @@ VornAttribute::~VornAttribute() {
   if (m_dataType == BLOB) delete[] BlobBuffer();
 }
 
+// Releases before it reads other, so an attribute assigned to itself loses its text (and
+// a Double its width) like any target. A BLOB is the exception: it would copy the buffer
+// it has just released, so it keeps itself.
 VornAttribute const& VornAttribute::operator=(VornAttribute const& other) {
-  if (this == &other) return *this;
+  if (this == &other && m_dataType == BLOB) return *this;
   ReleaseValue();
   Name = other.Name;
   switch (other.m_dataType) {
@@ -100,6 +103,8 @@ VornAttribute const& VornAttribute::operator=(VornAttribute const& other) {
       SetValue(other.ValueBLOB(), other.m_length);
       break;
     default:
+      // A BLOB target keeps its kind, so the slot must stop naming the released buffer.
+      if (m_dataType == BLOB) m_value = 0;
       throw VornException(VornUtil::GetErrorString(5006), 5006);
   }
   return *this;
@@ -167,9 +172,7 @@ void VornAttribute::StoreScalar(VornDatatypeEnum kind, long long bits) {
 
 void VornAttribute::ReleaseValue() {
   if (m_dataType == BLOB) {
-    delete[] BlobBuffer();
-    // The slot no longer names a buffer, so a later failure cannot release it twice.
-    m_value = 0;
+    delete[] BlobBuffer();  // the slot keeps the stale address, as every other kind's does
   } else if (m_dataType == String) {
     m_stringValue.clear();
   }

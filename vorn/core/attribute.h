@@ -81,7 +81,10 @@ public:
   // Note: the width and decimals of a Double are deliberately not carried over.
   // Throws VornException(VornUtil::GetErrorString(5006), 5006) ("Not supported") when
   // other's kind is outside 0..6, after the Name was copied; a failed BLOB copy throws
-  // as SetValue(data, length). Assigning an attribute to itself leaves it unchanged.
+  // as SetValue(data, length). A released BLOB's address stays in the 64-bit slot.
+  // Note: the target is released before other is read, so an attribute assigned to
+  // itself ends with empty text (String) or Length() and Decimal() 0; a BLOB assigned to
+  // itself is left unchanged rather than copy a buffer it has released.
   VornAttribute const& operator=(VornAttribute const& other);
 
   // Setters: each replaces the kind and writes only that kind's fields; none touches
