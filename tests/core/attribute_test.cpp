@@ -95,6 +95,17 @@ TEST(Attribute, NarrowTextAndRecordsAreConverted) {
   VornAttribute const when(W(u"When"), record);
   EXPECT_EQ(Layout(when), "5/0/0");
   EXPECT_EQ(when.ValueDateTime(), (VornDateTime{0, 0, 0, 0, 1, 2021}));
+  record = std::tm{};
+  record.tm_sec = 6;  // every field lands in its own place
+  record.tm_min = 5;
+  record.tm_hour = 4;
+  record.tm_mday = 3;
+  record.tm_mon = 1;
+  record.tm_year = 99;
+  VornAttribute set(W(u"Set"), W(u"text"));
+  set.SetValue(record);
+  EXPECT_EQ(set.ValueDateTime(), (VornDateTime{6, 5, 4, 3, 2, 1999}));
+  EXPECT_EQ(U16(set.ValueString()), u"text");  // the text stays behind
 }
 
 TEST(Attribute, BlobCopiesAreDeepAndSettersLeaveTheOldBuffer) {

@@ -87,6 +87,9 @@ TEST(CoordinateVector, EditsLeaveTheBoxAndClearResetsIt) {
   v.Add(2, 2);
   v.ReverseOrder();
   EXPECT_EQ(Show(v), "2,2 0,-0 1,1 0,0 | 0..2 x 0..2");
+  VornCoordinateVector odd = Make({{1, 1}, {2, 2}, {3, 3}});
+  odd.ReverseOrder();  // the middle one stays
+  EXPECT_EQ(Show(odd), "3,3 2,2 1,1 | 1..3 x 1..3");
   EXPECT_TRUE(v.Resize(1) && v.Resize(2));
   EXPECT_EQ(Show(v), "2,2 0,0 | 0..2 x 0..2");
   v.Clear();

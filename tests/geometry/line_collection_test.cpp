@@ -100,6 +100,9 @@ TEST(LineCollection, CopyIsShallowAndAssignmentDeep) {
   VornLineCollection shallow(source);
   EXPECT_EQ(Pointers(shallow), Pointers(source));
   EXPECT_FALSE(shallow.AutoBoundbox);
+  // The box is copied member by member: its references still name the source's values.
+  EXPECT_TRUE(&shallow.Boundbox.MinX == &source.Boundbox.MinX &&
+              &shallow.Boundbox.MaxY == &source.Boundbox.MaxY);
   shallow.RemoveAllReferences();
   EXPECT_EQ(source[1].Coordinates.Count(), 2u);
 

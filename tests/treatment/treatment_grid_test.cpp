@@ -202,6 +202,7 @@ TEST(TreatmentGridEx, AccessorsReachOneCellAfterCheckingThePositionAndTheRow) {
   VornTreatmentGridEx grid;
   ASSERT_TRUE(grid.InitGrid(0.0, 0.0, 1.0, 1.0, 3, 2));
   EXPECT_EQ(static_cast<IVornObject const&>(grid).GetType(), 8);
+  EXPECT_TRUE(grid.GetZone(2, 1).Rate == 0.0 && grid.GetZone(2, 1).ZoneNumber == 0);
   grid.SetZoneInfo(2, 1, 12.5, 4);
   EXPECT_EQ(grid.GetZones()[1][2].ZoneNumber, 4);
   grid.GetZonesInRow(1)[2] = VornTreatmentZoneEx(3.0, 3);  // rows are writable
