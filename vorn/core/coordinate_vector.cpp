@@ -154,15 +154,19 @@ void VornCoordinateVector::Transform(VornTransformCallback callback, void* conte
     VornCoordinate* const blockBegin = c;
     VornCoordinate* const blockEnd = end - c > kTransformBlock ? c + kTransformBlock : end;
     for (; c != blockEnd; ++c) {
-      VornCoordinate result{std::numeric_limits<double>::quiet_NaN(),
-                            std::numeric_limits<double>::quiet_NaN()};
+      // The scratch values are kept apart in memory so that they are read back one by
+      // one: a single 16-byte read of the two 8-byte stores the callback has just made
+      // would miss store forwarding and stall on every coordinate.
+      double scratch[3] = {std::numeric_limits<double>::quiet_NaN(), 0.0,
+                           std::numeric_limits<double>::quiet_NaN()};
       try {
-        callback(c->X, c->Y, &result.X, &result.Y, context);
+        callback(c->X, c->Y, &scratch[0], &scratch[2], context);
       } catch (...) {
         AddCoordinateRun(blockBegin, static_cast<std::size_t>(c - blockBegin));
         throw;
       }
-      *c = result;
+      c->X = scratch[0];
+      c->Y = scratch[2];
     }
     AddCoordinateRun(blockBegin, static_cast<std::size_t>(blockEnd - blockBegin));
   }
