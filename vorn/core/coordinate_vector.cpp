@@ -143,8 +143,8 @@ void VornCoordinateVector::ReverseOrder() {
 
 // The box is widened once per block of kTransformBlock coordinates, in one run over
 // coordinates still in the cache, so that no extent has to live across the callback in
-// memory and the per-coordinate loop is the call and one store. If the callback throws,
-// the box is widened by the part of the block already done.
+// memory and the per-coordinate loop is the call and the copy of its two results. If the
+// callback throws, the box is widened by the part of the block already done.
 void VornCoordinateVector::Transform(VornTransformCallback callback, void* context) {
   if (callback == nullptr) throw VornException("Parameter is NULL", 5003);
   Reset();
