@@ -61,6 +61,17 @@ Decoded DecodeUtf8(unsigned char const* text) {
   return {true, length, code};
 }
 
+// Writes code as one unit, or as a surrogate pair from U+10000 up.
+void EncodeUtf16(char32_t code, unsigned short* out) {
+  if (code < kFirstSupplementary) {
+    out[0] = static_cast<unsigned short>(code);
+    return;
+  }
+  char32_t const offset = code - kFirstSupplementary;
+  out[0] = static_cast<unsigned short>(0xD800 + (offset >> 10));
+  out[1] = static_cast<unsigned short>(0xDC00 + (offset & 0x3FF));
+}
+
 // Converts zero-terminated UTF-8 text into at most limit units of out (or only measures
 // when out is null). Sets units to the result length; false when malformed. The
 // character that no longer fits (a pair with one unit of room left) is still checked
@@ -74,13 +85,7 @@ bool Utf8ToUtf16(char const* text, unsigned int limit, unsigned short* out,
     if (!c.wellFormed) return false;
     unsigned int const length = c.code < kFirstSupplementary ? 1 : 2;
     if (length > limit - units) break;
-    if (out != nullptr && length == 1) {
-      out[units] = static_cast<unsigned short>(c.code);
-    } else if (out != nullptr) {
-      char32_t const offset = c.code - kFirstSupplementary;
-      out[units] = static_cast<unsigned short>(0xD800 + (offset >> 10));
-      out[units + 1] = static_cast<unsigned short>(0xDC00 + (offset & 0x3FF));
-    }
+    if (out != nullptr) EncodeUtf16(c.code, out + units);
     units += length;
     read += c.bytes;
   }

@@ -146,7 +146,7 @@ public:
     if (static_cast<unsigned long long>(index) >= length_) {
       Vorn::detail::throw_string_index_error();
     }
-    return (*this)[static_cast<unsigned int>(index)];
+    return static_cast<typename F::unit_value>(buffer_[index]);
   }
 
   // The text, or a static "" of the matching width when the string is empty: never null.
