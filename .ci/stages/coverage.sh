@@ -4,7 +4,8 @@
 # Prints the summary, writes build/coverage/coverage.html (per file, line by line) and
 # fails below 95% of lines or 85% of branches. The arcs a call takes when it throws, and
 # branches on lines without code, are not counted. Assertions are compiled out, as in a
-# release build (see VORN_COVERAGE).
+# release build (see VORN_COVERAGE). Only this build's counters are read, whatever other
+# builds sit beside it.
 set -euo pipefail
 build=build/coverage
 # A fresh tree each time: notes files of sources deleted since an earlier build would
@@ -19,4 +20,4 @@ tail -n 3 "$build/ctest.log"
 gcovr --root . --object-directory "$build" --filter 'vorn/' \
   --exclude-throw-branches --exclude-unreachable-branches \
   --html-details "$build/coverage.html" --txt "$build/coverage.txt" --print-summary \
-  --fail-under-line 95 --fail-under-branch 85
+  --fail-under-line 95 --fail-under-branch 85 "$build"

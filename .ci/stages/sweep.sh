@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The allocation-failure sweep in one process, so that the log ends with its report:
-# failure points per workload and per allocation channel. Runs natively on the Debug build
+# failure points per allocation channel. Runs natively on the Debug build
 # of the test stage; the asan stage runs the same sweep with leak checks.
 set -euo pipefail
 build=build/test

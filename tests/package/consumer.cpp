@@ -9,19 +9,16 @@ static void Shift(double x, double y, double* outX, double* outY, void* context)
 }
 
 int main() {
-  VornCoordinate ring[] = {{0, 0}, {0, 10}, {10, 10}, {10, 0}, {0, 0}};
-  VornPolygon* field = Vorn::Alloc_VornPolygon(ring, 5, false);  // null if out of memory
-  if (field == nullptr) return 1;
-  field->Attributes.Add("Crop", "Winter wheat");
-
-  VornMultiPolygon* area = Vorn::Alloc_VornMultiPolygon();
-  if (area == nullptr) { Vorn::Free_VornPolygon(field); return 1; }
-  area->Polygons.AddReference(field);  // the multi-polygon now owns the ring
-
-  VornObjectCollection objects;        // owns what it holds, deletes it by kind
+  VornMultiPolygon* area = Vorn::Alloc_VornMultiPolygon();  // null if out of memory
+  if (area == nullptr) return 1;
+  VornObjectCollection objects;  // owns what it holds, deletes it by kind
   objects.AddReference(area);
+
+  VornCoordinate ring[] = {{0, 0}, {0, 10}, {10, 10}, {10, 0}, {0, 0}};
+  area->Polygons.Add(ring, 5, false);  // a copy of the ring, as an outer ring (true: a hole)
+  area->Attributes.Add("Crop", "Winter wheat");
   double offset[] = {500000.0, 5700000.0};
-  objects.Transform(Shift, offset);    // every coordinate, every envelope rebuilt
+  objects.Transform(Shift, offset);  // every coordinate, every envelope rebuilt
 
   VornBoundbox const& box = area->Polygons.Boundbox;
   std::printf("%.1f..%.1f x %.1f..%.1f\n", box.MinX, box.MaxX, box.MinY, box.MaxY);

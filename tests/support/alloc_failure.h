@@ -3,7 +3,7 @@
 // Linking vorn_test_support into a test executable replaces malloc and every global
 // operator new of the process with counting versions. A test arms one channel so that
 // the n-th allocation on it from now on fails (malloc and nothrow new return null,
-// throwing new throws std::bad_alloc), or every allocation fails. Allocations are
+// throwing new throws std::bad_alloc). Allocations are
 // counted per channel while counting is on, so a test can measure how many
 // allocations an operation makes and then sweep every failure point. Counting is on
 // unless a test turns it off (ScopedCounting): allocations made while it is off are
@@ -11,21 +11,17 @@
 // between the operations it measures.
 //
 // Not thread-safe: arm and disarm from the thread that runs the operation.
-#ifndef VORN_TESTS_SUPPORT_ALLOC_FAILURE_H
-#define VORN_TESTS_SUPPORT_ALLOC_FAILURE_H
+#pragma once
 
 namespace vorn_test {
 
-enum class Channel {
-  Malloc,      // malloc, and so VornMalloc and string buffers
-  NothrowNew,  // scalar operator new, nothrow or throwing
-  ArrayNew,    // operator new[], nothrow or throwing
-};
+// Malloc: malloc, and so VornMalloc and string buffers. NothrowNew: scalar operator new,
+// nothrow or throwing. ArrayNew: operator new[], nothrow or throwing.
+enum class Channel { Malloc, NothrowNew, ArrayNew };
 
-// Makes the n-th allocation (1-based, counted from this call) on `channel` fail.
+// Makes the n-th allocation (1-based, counted from this call) on `channel` fail; n = 0
+// arms nothing.
 void FailNth(Channel channel, unsigned long n);
-// Makes every allocation on `channel` fail until Reset.
-void FailAll(Channel channel);
 // Disarms every channel and zeroes the counters.
 void Reset();
 // Allocations seen on `channel` since the last Reset.
@@ -40,23 +36,16 @@ class ScopedCounting {
 public:
   explicit ScopedCounting(bool on) : previous_(SetCounting(on)) {}
   ~ScopedCounting() { SetCounting(previous_); }
-  ScopedCounting(ScopedCounting const&) = delete;
-  ScopedCounting& operator=(ScopedCounting const&) = delete;
 
 private:
-  bool previous_;
+  bool const previous_;
 };
 
 // Arms a channel for the lifetime of the guard; disarms everything on exit.
 class ScopedFailure {
 public:
   ScopedFailure(Channel channel, unsigned long n) { FailNth(channel, n); }
-  explicit ScopedFailure(Channel channel) { FailAll(channel); }
   ~ScopedFailure() { Reset(); }
-  ScopedFailure(ScopedFailure const&) = delete;
-  ScopedFailure& operator=(ScopedFailure const&) = delete;
 };
 
 }  // namespace vorn_test
-
-#endif
