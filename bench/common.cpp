@@ -81,12 +81,12 @@ std::vector<VornCoordinate> MakeRings(std::size_t rings, std::size_t ringSize) {
 }
 
 std::vector<std::u16string> AttributeNames() {
-  return {u"FieldName",  u"FarmName",     u"CropType",     u"Variety",      u"SowingDate",
-          u"HarvestDate", u"Area",        u"Perimeter",    u"SoilType",     u"OrganicMatter",
-          u"Ph",          u"Nitrogen",    u"Phosphorus",   u"Potassium",    u"Magnesium",
-          u"YieldGoal",   u"Operator",    u"Machine",      u"Implement",    u"WorkingWidth",
-          u"Product",     u"ProductUnit", u"TargetRate",   u"AppliedRate",  u"Moisture",
-          u"Elevation",   u"Slope",       u"Comment",      u"Guid",         u"LastModified"};
+  return {u"FieldName",   u"FarmName",    u"CropType",   u"Variety",     u"SowingDate",
+          u"HarvestDate", u"Area",        u"Perimeter",  u"SoilType",    u"OrganicMatter",
+          u"Ph",          u"Nitrogen",    u"Phosphorus", u"Potassium",   u"Magnesium",
+          u"YieldGoal",   u"Operator",    u"Machine",    u"Implement",   u"WorkingWidth",
+          u"Product",     u"ProductUnit", u"TargetRate", u"AppliedRate", u"Moisture",
+          u"Elevation",   u"Slope",       u"Comment",    u"Guid",        u"LastModified"};
 }
 
 std::vector<std::u16string> UpperCaseNames() {

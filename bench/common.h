@@ -17,14 +17,14 @@
 namespace bench {
 
 // Workload sizes, fixed so that every implementation measures the same amount of work.
-constexpr std::size_t kCoordinates = 1000000;    // transform, AddRange, Add
-constexpr std::size_t kRings = 10000;            // rings of the multi-polygon
-constexpr std::size_t kRingSize = 20;            // coordinates per ring, last == first
-constexpr std::size_t kAreas = 1000;             // areas of the treatment map
-constexpr std::size_t kAreaRings = 2;            // outer ring and one hole per area
-constexpr int kByteGridSide = 4096;              // byte grid: 4096 x 4096 cells
-constexpr int kRateGridSide = 1000;              // rate grid: 1000 x 1000 cells
-constexpr std::size_t kAttributes = 30;          // attribute collection
+constexpr std::size_t kCoordinates = 1000000;  // transform, AddRange, Add
+constexpr std::size_t kRings = 10000;          // rings of the multi-polygon
+constexpr std::size_t kRingSize = 20;          // coordinates per ring, last == first
+constexpr std::size_t kAreas = 1000;           // areas of the treatment map
+constexpr std::size_t kAreaRings = 2;          // outer ring and one hole per area
+constexpr int kByteGridSide = 4096;            // byte grid: 4096 x 4096 cells
+constexpr int kRateGridSide = 1000;            // rate grid: 1000 x 1000 cells
+constexpr std::size_t kAttributes = 30;        // attribute collection
 
 // Rotation about the origin; it keeps every coordinate bounded however often it runs.
 struct Rotation {

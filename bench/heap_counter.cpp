@@ -37,9 +37,7 @@ extern "C" {
 
 void* malloc(std::size_t size) { return Counted(__libc_malloc(size)); }
 
-void* calloc(std::size_t count, std::size_t size) {
-  return Counted(__libc_calloc(count, size));
-}
+void* calloc(std::size_t count, std::size_t size) { return Counted(__libc_calloc(count, size)); }
 
 void free(void* block) {
   Uncount(block);

@@ -13,8 +13,7 @@ void MultiPolygonBoost(benchmark::State& state) {
   std::vector<VornCoordinate> const coords = bench::MakeRings(bench::kRings, bench::kRingSize);
   for (auto _ : state) {
     bench::HeapWatch const watch;
-    bench::BoostMultiPolygon multiPolygon =
-        bench::MakeBoostMultiPolygon(coords, bench::kRingSize);
+    bench::BoostMultiPolygon multiPolygon = bench::MakeBoostMultiPolygon(coords, bench::kRingSize);
     bench::BoostBox box;
     bench::TransformAndEnvelope(multiPolygon, bench::OpaqueCallback(), bench::SharedRotation(),
                                 box);

@@ -58,9 +58,7 @@ void MultiPolygonGeos(benchmark::State& state) {
 int const kRegistered = [] {
   auto const coords = static_cast<std::int64_t>(bench::kCoordinates);
   benchmark::RegisterBenchmark("memory_add/geos", AddGeos)->Arg(coords)->Iterations(1);
-  benchmark::RegisterBenchmark("memory_add_range/geos", AddRangeGeos)
-      ->Arg(coords)
-      ->Iterations(1);
+  benchmark::RegisterBenchmark("memory_add_range/geos", AddRangeGeos)->Arg(coords)->Iterations(1);
   benchmark::RegisterBenchmark("memory_multipolygon/geos", MultiPolygonGeos)
       ->Arg(static_cast<std::int64_t>(bench::kRings))
       ->Iterations(1);

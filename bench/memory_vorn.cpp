@@ -79,9 +79,7 @@ int const kRegistered = [] {
   benchmark::RegisterBenchmark("memory_add_range/std_vector", AddRangeStd)
       ->Arg(coords)
       ->Iterations(1);
-  benchmark::RegisterBenchmark("memory_add_range/vorn", AddRangeVorn)
-      ->Arg(coords)
-      ->Iterations(1);
+  benchmark::RegisterBenchmark("memory_add_range/vorn", AddRangeVorn)->Arg(coords)->Iterations(1);
   benchmark::RegisterBenchmark("memory_multipolygon/vorn", MultiPolygonVorn)
       ->Arg(static_cast<std::int64_t>(bench::kRings))
       ->Iterations(1);

@@ -48,8 +48,8 @@ void TransformRaw(benchmark::State& state) {
   std::vector<VornCoordinate> coords = Coordinates();
   VornTransformCallback const callback = bench::OpaqueCallback();
   for (auto _ : state) {
-    RawBox box = bench::RawTransform(coords.data(), coords.size(), callback,
-                                     bench::SharedRotation());
+    RawBox box =
+        bench::RawTransform(coords.data(), coords.size(), callback, bench::SharedRotation());
     benchmark::DoNotOptimize(box);
   }
   CountCoordinates(state, coords.size());
@@ -77,8 +77,7 @@ RawBox StdInsert(std::vector<VornCoordinate>& target, std::vector<VornCoordinate
   return box;
 }
 
-RawBox StdPushBack(std::vector<VornCoordinate>& target,
-                   std::vector<VornCoordinate> const& source) {
+RawBox StdPushBack(std::vector<VornCoordinate>& target, std::vector<VornCoordinate> const& source) {
   RawBox box = bench::EmptyRawBox();
   for (VornCoordinate const& c : source) {
     target.push_back(c);
@@ -232,8 +231,7 @@ void TransformTreatmentMapRaw(benchmark::State& state) {
       for (std::size_t ring = area * bench::kAreaRings; ring < (area + 1) * bench::kAreaRings;
            ++ring) {
         ringBoxes[ring] = bench::RawTransform(coords.data() + ring * bench::kRingSize,
-                                              bench::kRingSize, callback,
-                                              bench::SharedRotation());
+                                              bench::kRingSize, callback, bench::SharedRotation());
         bench::Widen(areaBox, ringBoxes[ring]);
       }
       areaBoxes[area] = areaBox;
@@ -276,8 +274,7 @@ std::vector<unsigned char> ZoneBytes(std::size_t count) {
 }
 
 void SetZonesMemcpy(benchmark::State& state) {
-  std::size_t const count =
-      static_cast<std::size_t>(bench::kByteGridSide) * bench::kByteGridSide;
+  std::size_t const count = static_cast<std::size_t>(bench::kByteGridSide) * bench::kByteGridSide;
   std::vector<unsigned char> source = ZoneBytes(count);
   std::vector<unsigned char> target(count);
   for (auto _ : state) {
@@ -288,8 +285,7 @@ void SetZonesMemcpy(benchmark::State& state) {
 }
 
 void SetZonesVorn(benchmark::State& state) {
-  std::size_t const count =
-      static_cast<std::size_t>(bench::kByteGridSide) * bench::kByteGridSide;
+  std::size_t const count = static_cast<std::size_t>(bench::kByteGridSide) * bench::kByteGridSide;
   std::vector<unsigned char> source = ZoneBytes(count);
   VornTreatmentGrid grid;
   if (!grid.InitGrid(0.0, 0.0, 1.0, 1.0, bench::kByteGridSide, bench::kByteGridSide)) {
@@ -453,12 +449,10 @@ int const kRegistered = [] {
   auto const attributes = static_cast<std::int64_t>(bench::kAttributes);
   benchmark::RegisterBenchmark("lookup_exact/std_vector", AttributeLookupStd<false>)
       ->Arg(attributes);
-  benchmark::RegisterBenchmark("lookup_exact/vorn", AttributeLookupVorn<false>)
-      ->Arg(attributes);
+  benchmark::RegisterBenchmark("lookup_exact/vorn", AttributeLookupVorn<false>)->Arg(attributes);
   benchmark::RegisterBenchmark("lookup_caseless/std_vector", AttributeLookupStd<true>)
       ->Arg(attributes);
-  benchmark::RegisterBenchmark("lookup_caseless/vorn", AttributeLookupVorn<true>)
-      ->Arg(attributes);
+  benchmark::RegisterBenchmark("lookup_caseless/vorn", AttributeLookupVorn<true>)->Arg(attributes);
   return 0;
 }();
 

@@ -34,8 +34,8 @@ double RingArea(VornCoordinateVector const& ring) {
 
 }  // namespace
 
-std::vector<VornCoordinate> ClipToBand(VornCoordinate const* ring, std::size_t count,
-                                       double west, double east) {
+std::vector<VornCoordinate> ClipToBand(VornCoordinate const* ring, std::size_t count, double west,
+                                       double east) {
   std::vector<VornCoordinate> const closed(ring, ring + count);
   return ClipAt(ClipAt(closed, west, true), east, false);
 }

@@ -12,8 +12,8 @@ namespace geometry_math {
 
 // The part of a closed ring between the meridians west and east (Sutherland-Hodgman),
 // returned closed.
-std::vector<VornCoordinate> ClipToBand(VornCoordinate const* ring, std::size_t count,
-                                       double west, double east);
+std::vector<VornCoordinate> ClipToBand(VornCoordinate const* ring, std::size_t count, double west,
+                                       double east);
 
 // Even-odd point-in-ring test.
 bool Contains(std::vector<VornCoordinate> const& ring, VornCoordinate const& point);

@@ -35,9 +35,9 @@ VornTreatmentZone MakeZone(field::ZonePlan const& plan) {
 // One area per strip: the boundary clipped to the strip, plus the pond where it lies.
 void BuildMap(VornTreatmentMap& map) {
   for (int strip = 0; strip < 3; ++strip) {
-    std::vector<VornCoordinate> ring = geometry_math::ClipToBand(
-        field::kBoundary, std::size(field::kBoundary), field::kStripEdges[strip],
-        field::kStripEdges[strip + 1]);
+    std::vector<VornCoordinate> ring =
+        geometry_math::ClipToBand(field::kBoundary, std::size(field::kBoundary),
+                                  field::kStripEdges[strip], field::kStripEdges[strip + 1]);
     VornMultiPolygon area;
     area.Polygons.Add(ring.data(), static_cast<int>(ring.size()), false);
     if (geometry_math::Contains(ring, field::kPond[0]))
@@ -143,10 +143,9 @@ int main(int argc, char** argv) {
   field.AddReference(rateGrid);
 
   BuildMap(*map);
-  VornBoundbox const fieldBox(map->TreatmentPolygons.Boundbox.MinX,
-                              map->TreatmentPolygons.Boundbox.MaxX,
-                              map->TreatmentPolygons.Boundbox.MinY,
-                              map->TreatmentPolygons.Boundbox.MaxY);
+  VornBoundbox const fieldBox(
+      map->TreatmentPolygons.Boundbox.MinX, map->TreatmentPolygons.Boundbox.MaxX,
+      map->TreatmentPolygons.Boundbox.MinY, map->TreatmentPolygons.Boundbox.MaxY);
   BuildZoneGrid(*zoneGrid, fieldBox);
   BuildRateGrid(*rateGrid, fieldBox);
 

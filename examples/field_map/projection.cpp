@@ -6,9 +6,9 @@ namespace projection {
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
-constexpr double kSemiMajor = 6378137.0;           // WGS84 a
+constexpr double kSemiMajor = 6378137.0;             // WGS84 a
 constexpr double kFlattening = 1.0 / 298.257223563;  // WGS84 f
-constexpr double kScale = 0.9996;                  // UTM k0
+constexpr double kScale = 0.9996;                    // UTM k0
 constexpr double kFalseEasting = 500000.0;
 
 double Radians(double degrees) { return degrees * kPi / 180.0; }
@@ -41,10 +41,9 @@ void LonLatToUtm(double lon, double lat, double* easting, double* northing, void
   double const a = cosPhi * (Radians(lon) - lambda0);
   double const a2 = a * a;
 
-  *easting = kFalseEasting +
-             kScale * n *
-                 (a + (1 - t + c) * a2 * a / 6 +
-                  (5 - 18 * t + t * t + 72 * c - 58 * ep2) * a2 * a2 * a / 120);
+  *easting = kFalseEasting + kScale * n *
+                                 (a + (1 - t + c) * a2 * a / 6 +
+                                  (5 - 18 * t + t * t + 72 * c - 58 * ep2) * a2 * a2 * a / 120);
   *northing = kScale * (MeridianArc(phi, e2) +
                         n * tanPhi *
                             (a2 / 2 + (5 - t + 9 * c + 4 * c * c) * a2 * a2 / 24 +

@@ -44,8 +44,7 @@ void WriteMap(std::FILE* out, Frame const& frame, VornTreatmentMap const& map) {
   }
 }
 
-void WriteGrid(std::FILE* out, Frame const& frame, VornTreatmentGridEx const& grid,
-               double offset) {
+void WriteGrid(std::FILE* out, Frame const& frame, VornTreatmentGridEx const& grid, double offset) {
   double const width = grid.CellWidth();
   double const height = grid.CellHeight();
   for (int row = 0; row < grid.NumRows(); ++row) {
@@ -55,7 +54,8 @@ void WriteGrid(std::FILE* out, Frame const& frame, VornTreatmentGridEx const& gr
       if (cells[column].Rate <= 0.0) continue;  // outside the field or in the pond
       char colour[8];
       RateColour(cells[column].Rate, colour, sizeof colour);
-      std::fprintf(out, "<rect x=\"%.2f\" y=\"%.2f\" width=\"%.2f\" height=\"%.2f\" fill=\"%s\"/>\n",
+      std::fprintf(out,
+                   "<rect x=\"%.2f\" y=\"%.2f\" width=\"%.2f\" height=\"%.2f\" fill=\"%s\"/>\n",
                    frame.X(grid.Boundbox.MinX + column * width, offset), frame.Y(south + height),
                    width, height, colour);
     }

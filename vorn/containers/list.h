@@ -100,8 +100,7 @@ bool _Equal(T const& a, T const& b) {
 }
 template <class C, class F>
 bool _Equal(stringbase<C, F> const& a, stringbase<C, F> const& b) {
-  return a.length() == b.length() &&
-         std::memcmp(a.c_str(), b.c_str(), a.length() * sizeof(C)) == 0;
+  return a.length() == b.length() && std::memcmp(a.c_str(), b.c_str(), a.length() * sizeof(C)) == 0;
 }
 
 template <class T>
@@ -180,12 +179,8 @@ public:
     node_ = node_->prev;
     return before;
   }
-  friend bool operator==(const_iterator a, const_iterator b) noexcept {
-    return a.node_ == b.node_;
-  }
-  friend bool operator!=(const_iterator a, const_iterator b) noexcept {
-    return a.node_ != b.node_;
-  }
+  friend bool operator==(const_iterator a, const_iterator b) noexcept { return a.node_ == b.node_; }
+  friend bool operator!=(const_iterator a, const_iterator b) noexcept { return a.node_ != b.node_; }
 
   _ListLinks const* _Node() const noexcept { return node_; }
 
@@ -415,8 +410,7 @@ list_impl::_ListNode<T>* list<T, A>::_Buynode(list_impl::_ListLinks* pos) {
 
 template <class T, class A>
 template <class... Args>
-list_impl::_ListNode<T>* list<T, A>::_Emplace(list_impl::_ListLinks* pos,
-                                              Args const&... args) {
+list_impl::_ListNode<T>* list<T, A>::_Emplace(list_impl::_ListLinks* pos, Args const&... args) {
   list_impl::_ListNode<T>* const node = _Buynode(pos);
   if (node == nullptr) return nullptr;
   try {

@@ -212,8 +212,7 @@ public:
 private:
   static constexpr bool kPlain = std::is_trivially_copyable<T>::value;
   // The largest element count whose block size fits in 32 bits.
-  static constexpr unsigned int kMaxElements =
-      static_cast<unsigned int>(UINT_MAX / sizeof(T));
+  static constexpr unsigned int kMaxElements = static_cast<unsigned int>(UINT_MAX / sizeof(T));
 
   // The one insertion routine: in place when n slots are free, otherwise through a new
   // block of size + growth slots. False on exhaustion or overflow, nothing changed.
@@ -254,8 +253,7 @@ private:
     }
   }
   static T* _Allocate(unsigned int count) noexcept {
-    return static_cast<T*>(
-        detail::allocate_bytes(static_cast<std::size_t>(count) * sizeof(T)));
+    return static_cast<T*>(detail::allocate_bytes(static_cast<std::size_t>(count) * sizeof(T)));
   }
   // Whether value is one of the elements in [pos, end).
   bool _Holds(T* pos, T const& value) const {
@@ -399,8 +397,7 @@ void vector<T, A, G>::_MoveBackward(T* src, T* dest) {
   assert(dest < src);
   if constexpr (kPlain) {
     if (src != end_) {
-      std::memmove(static_cast<void*>(dest), src,
-                   static_cast<std::size_t>(end_ - src) * sizeof(T));
+      std::memmove(static_cast<void*>(dest), src, static_cast<std::size_t>(end_ - src) * sizeof(T));
     }
   } else {
     for (; src != end_; ++src, ++dest) {

@@ -42,8 +42,7 @@ VornAttribute::VornAttribute(unsigned short const* name, bool value) : Name(name
   SetValue(value);
 }
 
-VornAttribute::VornAttribute(unsigned short const* name, VornDateTime const& value)
-    : Name(name) {
+VornAttribute::VornAttribute(unsigned short const* name, VornDateTime const& value) : Name(name) {
   SetValue(value);
 }
 
@@ -56,8 +55,7 @@ VornAttribute::VornAttribute(unsigned short const* name, unsigned char const* da
   SetValue(data, length);
 }
 
-VornAttribute::VornAttribute(unsigned short const* name, unsigned short const* text)
-    : Name(name) {
+VornAttribute::VornAttribute(unsigned short const* name, unsigned short const* text) : Name(name) {
   SetValue(text);
 }
 

@@ -150,7 +150,7 @@ private:
   // goes on, so nothing leaks.
   void AddCopy(VornAttribute* copy);
 
-  Compare m_compare;  // the name comparison in force
+  Compare m_compare;                                   // the name comparison in force
   Vorn::list<VornAttribute*, Vorn::allocator> m_list;  // owned attributes, insertion order
   bool m_caseless;
 };

@@ -9,12 +9,12 @@ namespace {
 }  // namespace
 
 VornBoundbox::VornBoundbox()
-    : MinX(m_minX), MaxX(m_maxX), MinY(m_minY), MaxY(m_maxY),
-      m_init(false), m_minX(0.0), m_maxX(0.0), m_minY(0.0), m_maxY(0.0) {}
+    : MinX(m_minX), MaxX(m_maxX), MinY(m_minY), MaxY(m_maxY), m_init(false), m_minX(0.0),
+      m_maxX(0.0), m_minY(0.0), m_maxY(0.0) {}
 
 VornBoundbox::VornBoundbox(double minX, double maxX, double minY, double maxY)
-    : MinX(m_minX), MaxX(m_maxX), MinY(m_minY), MaxY(m_maxY),
-      m_init(true), m_minX(minX), m_maxX(maxX), m_minY(minY), m_maxY(maxY) {}
+    : MinX(m_minX), MaxX(m_maxX), MinY(m_minY), MaxY(m_maxY), m_init(true), m_minX(minX),
+      m_maxX(maxX), m_minY(minY), m_maxY(maxY) {}
 
 void VornBoundbox::Set(double minX, double maxX, double minY, double maxY) {
   m_minX = minX;

@@ -137,9 +137,7 @@ bool VornCoordinateVector::Resize(unsigned int n) {
   return Count() == n;
 }
 
-void VornCoordinateVector::ReverseOrder() {
-  std::reverse(m_coords.begin(), m_coords.end());
-}
+void VornCoordinateVector::ReverseOrder() { std::reverse(m_coords.begin(), m_coords.end()); }
 
 // The box is widened once per block of kTransformBlock coordinates, in one run over
 // coordinates still in the cache, so that no extent has to live across the callback in

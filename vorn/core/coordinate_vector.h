@@ -62,8 +62,9 @@ public:
   void Add(VornCoordinate const& c);
 
   // Appends coords[0] .. coords[count - 1] (all of them), widening the box with each,
-  // after reserving room for the whole range once (see above for a failed reservation). Throws VornException("Parameter is
-  // NULL", 5003) for a null array, whatever the count; a count below 1 adds nothing.
+  // after reserving room for the whole range once (see above for a failed reservation). Throws
+  // VornException("Parameter is NULL", 5003) for a null array, whatever the count; a count below 1
+  // adds nothing.
   void AddRange(VornCoordinate* coords, int count);
   // Appends every element of v, first to last, widening the box with each.
   void AddRange(

@@ -76,8 +76,7 @@ void EncodeUtf16(char32_t code, unsigned short* out) {
 // when out is null). Sets units to the result length; false when malformed. The
 // character that no longer fits (a pair with one unit of room left) is still checked
 // before conversion ends there; nothing behind it is read.
-bool Utf8ToUtf16(char const* text, unsigned int limit, unsigned short* out,
-                 unsigned int& units) {
+bool Utf8ToUtf16(char const* text, unsigned int limit, unsigned short* out, unsigned int& units) {
   auto const* bytes = reinterpret_cast<unsigned char const*>(text);
   units = 0;
   for (unsigned int read = 0; units < limit && bytes[read] != 0;) {
@@ -111,8 +110,7 @@ void EncodeUtf8(char32_t code, unsigned int length, char* out) {
 // Converts zero-terminated UTF-16 text into at most limit bytes of out (or only
 // measures when out is null). Sets bytes to the result length; false when malformed.
 // The character that no longer fits is still checked before conversion ends there.
-bool Utf16ToUtf8(unsigned short const* text, unsigned int limit, char* out,
-                 unsigned int& bytes) {
+bool Utf16ToUtf8(unsigned short const* text, unsigned int limit, char* out, unsigned int& bytes) {
   bytes = 0;
   for (unsigned int i = 0; text[i] != 0;) {
     char32_t code = text[i];

@@ -41,8 +41,8 @@ VornException::VornException(char const* message, int code, long long value)
   char digits[21];
   char* first = digits + sizeof(digits) - 1;
   *first = '\0';
-  unsigned long long magnitude =
-      value < 0 ? 0ULL - static_cast<unsigned long long>(value) : static_cast<unsigned long long>(value);
+  unsigned long long magnitude = value < 0 ? 0ULL - static_cast<unsigned long long>(value)
+                                           : static_cast<unsigned long long>(value);
   do {
     *--first = static_cast<char>('0' + magnitude % 10);
     magnitude /= 10;

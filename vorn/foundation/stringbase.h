@@ -136,9 +136,9 @@ public:
   }
   // Any other integer type: the same check, with negative indexes out of range too.
   // Without this, s[0] would compete with subscripting the converted pointer.
-  template <class I, std::enable_if_t<std::is_integral<I>::value &&
-                                          !std::is_same<I, unsigned int>::value,
-                                      int> = 0>
+  template <class I,
+            std::enable_if_t<std::is_integral<I>::value && !std::is_same<I, unsigned int>::value,
+                             int> = 0>
   typename F::unit_value operator[](I index) const {
     if constexpr (std::is_signed<I>::value) {
       if (index < 0) Vorn::detail::throw_string_index_error();
@@ -172,7 +172,7 @@ private:
 
   // Layout is part of the exported interface: the vtable pointer (virtual destructor
   // only), then these two fields in this order.
-  C* buffer_ = nullptr;       // length_ + 1 units from malloc, or null
+  C* buffer_ = nullptr;      // length_ + 1 units from malloc, or null
   unsigned int length_ = 0;  // units held, not counting the terminator
 };
 

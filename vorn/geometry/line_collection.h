@@ -44,7 +44,8 @@ extern template class owning_list<VornLine, line_collection_rules>;
 
 }  // namespace Vorn
 
-class VORN_API VornLineCollection : public Vorn::owning_list<VornLine, Vorn::line_collection_rules> {
+class VORN_API VornLineCollection
+    : public Vorn::owning_list<VornLine, Vorn::line_collection_rules> {
 public:
   // Empty, AutoBoundbox true.
   VornLineCollection();

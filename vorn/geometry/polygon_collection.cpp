@@ -16,8 +16,7 @@ VornPolygonCollection::VornPolygonCollection() : owning_list(true) {}
 
 VornPolygonCollection::VornPolygonCollection(bool) : owning_list(true) {}
 
-VornPolygonCollection const& VornPolygonCollection::operator=(
-    VornPolygonCollection const& other) {
+VornPolygonCollection const& VornPolygonCollection::operator=(VornPolygonCollection const& other) {
   Assign(other);
   return *this;
 }

@@ -16,8 +16,7 @@ void grid_geometry::init(VornBoundbox& box, double minY, double minX, double new
   box.Set(minX, minX + numColumns * newCellWidth, minY, minY + numRows * newCellHeight);
 }
 
-void grid_geometry::transform(VornBoundbox& box, VornTransformCallback callback,
-                              void* context) {
+void grid_geometry::transform(VornBoundbox& box, VornTransformCallback callback, void* context) {
   if (callback == nullptr) throw VornException("Parameter is NULL", ErrorCodes::ParameterIsNull);
   double westX;
   double southY;

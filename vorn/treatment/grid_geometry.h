@@ -35,8 +35,8 @@ public:
   // Stores the counts and sizes unchecked and sets `box` to minX .. minX + numColumns *
   // cellWidth along X and minY .. minY + numRows * cellHeight along Y. Note the order of
   // the arguments, which is InitGrid's: south edge, west edge, height, width, columns, rows.
-  void init(VornBoundbox& box, double minY, double minX, double newCellHeight,
-            double newCellWidth, int numColumns, int numRows);
+  void init(VornBoundbox& box, double minY, double minX, double newCellHeight, double newCellWidth,
+            int numColumns, int numRows);
 
   // Passes the south-west corner (MinX, MinY) and then the north-east corner (MaxX, MaxY)
   // of `box` through the callback and sets the box from the results without reordering,

@@ -38,8 +38,8 @@ VornTreatmentGrid const& VornTreatmentGrid::operator=(VornTreatmentGrid const& o
   return *this;
 }
 
-bool VornTreatmentGrid::InitGrid(double minY, double minX, double cellHeight,
-                                 double cellWidth, int numColumns, int numRows) {
+bool VornTreatmentGrid::InitGrid(double minY, double minX, double cellHeight, double cellWidth,
+                                 int numColumns, int numRows) {
   UnInit();
   m_geometry.init(Boundbox, minY, minX, cellHeight, cellWidth, numColumns, numRows);
   std::size_t bytes;
@@ -62,8 +62,7 @@ void VornTreatmentGrid::UnInit() {
 
 std::size_t VornTreatmentGrid::CellCount() const {
   // The same product that InitGrid allocated, so it cannot overflow while initialised.
-  return static_cast<std::size_t>(static_cast<long long>(m_geometry.columns) *
-                                  m_geometry.rows);
+  return static_cast<std::size_t>(static_cast<long long>(m_geometry.columns) * m_geometry.rows);
 }
 
 void VornTreatmentGrid::SetZoneRow(int row, unsigned char* zoneIndices) {

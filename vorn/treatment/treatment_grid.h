@@ -60,8 +60,8 @@ public:
   // obtained; on false the grid is not initialised but the box and counts are set.
   // A cell count that is negative or beyond 32 bits fails without allocating.
   // Note the argument order: south edge, west edge, height, width, columns, rows.
-  bool InitGrid(double minY, double minX, double cellHeight, double cellWidth,
-                int numColumns, int numRows);
+  bool InitGrid(double minY, double minX, double cellHeight, double cellWidth, int numColumns,
+                int numRows);
   // Releases the cells; box, counts and cell sizes keep their values.
   void UnInit();
 

@@ -51,8 +51,8 @@ VornTreatmentGridEx const& VornTreatmentGridEx::operator=(VornTreatmentGridEx co
   return *this;
 }
 
-bool VornTreatmentGridEx::InitGrid(double minY, double minX, double cellHeight,
-                                   double cellWidth, int numColumns, int numRows) {
+bool VornTreatmentGridEx::InitGrid(double minY, double minX, double cellHeight, double cellWidth,
+                                   int numColumns, int numRows) {
   UnInit();
   m_geometry.init(Boundbox, minY, minX, cellHeight, cellWidth, numColumns, numRows);
   m_rowTable = AllocateArray<VornTreatmentZoneEx*>(numRows);

@@ -52,8 +52,8 @@ public:
   // true; GetZonesInRow hands that row out as null and the other cell accessors refuse
   // it. A table or row whose byte size is negative or beyond 32 bits counts as an
   // allocation that failed, and nothing is requested for it.
-  bool InitGrid(double minY, double minX, double cellHeight, double cellWidth,
-                int numColumns, int numRows);
+  bool InitGrid(double minY, double minX, double cellHeight, double cellWidth, int numColumns,
+                int numRows);
   // Releases every row and the row table; box, counts and cell sizes keep their values.
   void UnInit();
 

@@ -1,7 +1,6 @@
 #include <vorn/treatment/treatment_polygon_collection.h>
 
-template class Vorn::owning_list<VornTreatmentPolygon,
-                                 Vorn::treatment_polygon_collection_rules>;
+template class Vorn::owning_list<VornTreatmentPolygon, Vorn::treatment_polygon_collection_rules>;
 
 VornTreatmentPolygonCollection::VornTreatmentPolygonCollection() : owning_list(true) {}
 

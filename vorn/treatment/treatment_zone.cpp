@@ -8,22 +8,14 @@ VornTreatmentZone::VornTreatmentZone(int zoneNumber, double rate)
 VornTreatmentZone::VornTreatmentZone(int zoneNumber, double rate, int userValue)
     : ZoneNumber(zoneNumber), Rate(rate), UserValue(userValue) {}
 
-VornTreatmentZone::VornTreatmentZone(int zoneNumber, double rate,
-                                     unsigned short const* designator,
+VornTreatmentZone::VornTreatmentZone(int zoneNumber, double rate, unsigned short const* designator,
                                      unsigned short const* unitName, int userValue)
-    : ZoneNumber(zoneNumber),
-      m_designator(designator),
-      Rate(rate),
-      m_unitName(unitName),
+    : ZoneNumber(zoneNumber), m_designator(designator), Rate(rate), m_unitName(unitName),
       UserValue(userValue) {}
 
 VornTreatmentZone::VornTreatmentZone(VornTreatmentZone const& other)
-    : VornAllocator(other),
-      ZoneNumber(other.ZoneNumber),
-      m_designator(other.m_designator),
-      Rate(other.Rate),
-      m_unitName(other.m_unitName),
-      UserValue(other.UserValue) {}
+    : VornAllocator(other), ZoneNumber(other.ZoneNumber), m_designator(other.m_designator),
+      Rate(other.Rate), m_unitName(other.m_unitName), UserValue(other.UserValue) {}
 
 VornTreatmentZone const& VornTreatmentZone::operator=(VornTreatmentZone const& other) {
   // The texts free their buffers before reading the source, so they must not read

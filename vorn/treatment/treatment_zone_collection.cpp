@@ -24,8 +24,7 @@ Iterator Walk(Iterator first, unsigned int index, unsigned int count) {
 
 }  // namespace
 
-VornTreatmentZoneCollection::VornTreatmentZoneCollection(
-    VornTreatmentZoneCollection const& other) {
+VornTreatmentZoneCollection::VornTreatmentZoneCollection(VornTreatmentZoneCollection const& other) {
   AddRange(other);
 }
 
@@ -81,9 +80,7 @@ void VornTreatmentZoneCollection::RemoveAt(unsigned int index) {
   m_zones.erase(it);
 }
 
-void VornTreatmentZoneCollection::RemoveReference(unsigned int index) {
-  m_zones.erase(at(index));
-}
+void VornTreatmentZoneCollection::RemoveReference(unsigned int index) { m_zones.erase(at(index)); }
 
 void VornTreatmentZoneCollection::Clear() {
   for (iterator it = m_zones.begin(); it != m_zones.end(); ++it) delete *it;

@@ -52,40 +52,29 @@ bool ParseRecord(char const* text, std::tm* record) {
   return true;
 }
 
-bool IsLeapYear(long long year) {
-  return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-}
+bool IsLeapYear(long long year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
 // Leap years among 1 .. year, for year >= 0.
-long long LeapYearsThrough(long long year) {
-  return year / 4 - year / 100 + year / 400;
-}
+long long LeapYearsThrough(long long year) { return year / 4 - year / 100 + year / 400; }
 
 // Days from 1970-01-01 to 1 January of year (year >= 1970), wrapped to 32 bits.
 std::uint32_t DaysBeforeYear(long long year) {
-  long long const days =
-      365 * (year - 1970) + LeapYearsThrough(year - 1) - LeapYearsThrough(1969);
+  long long const days = 365 * (year - 1970) + LeapYearsThrough(year - 1) - LeapYearsThrough(1969);
   return static_cast<std::uint32_t>(days);
 }
 
-std::uint32_t Wrap(int value) {
-  return static_cast<std::uint32_t>(value);
-}
+std::uint32_t Wrap(int value) { return static_cast<std::uint32_t>(value); }
 
 }  // namespace
 
 bool operator==(VornDateTime const& a, VornDateTime const& b) {
-  return a.Second == b.Second && a.Minute == b.Minute && a.Hour == b.Hour &&
-         a.Day == b.Day && a.Month == b.Month && a.Year == b.Year;
+  return a.Second == b.Second && a.Minute == b.Minute && a.Hour == b.Hour && a.Day == b.Day &&
+         a.Month == b.Month && a.Year == b.Year;
 }
 
-bool operator!=(VornDateTime const& a, VornDateTime const& b) {
-  return !(a == b);
-}
+bool operator!=(VornDateTime const& a, VornDateTime const& b) { return !(a == b); }
 
-bool VornUtilTime::ParseTimestamp(std::tm* out, char const* text) {
-  return ParseRecord(text, out);
-}
+bool VornUtilTime::ParseTimestamp(std::tm* out, char const* text) { return ParseRecord(text, out); }
 
 bool VornUtilTime::ParseTimestamp(VornDateTime*, char const* text) {
   std::tm ignored;
@@ -113,8 +102,7 @@ unsigned long VornUtilTime::TimestampToTime(std::tm* t) {
 }
 
 std::tm VornUtilTime::TimeToTimestamp(unsigned long const* seconds) {
-  static_assert(sizeof(std::time_t) >= 8,
-                "seconds reach 2106: 32-bit targets need _TIME_BITS=64");
+  static_assert(sizeof(std::time_t) >= 8, "seconds reach 2106: 32-bit targets need _TIME_BITS=64");
   std::time_t const instant = static_cast<std::time_t>(static_cast<std::uint32_t>(*seconds));
   // Re-read TZ on every call: localtime_r alone may keep a zone read earlier.
   tzset();

@@ -28,13 +28,9 @@ std::uint64_t HighResolutionCounter() {
   return static_cast<std::uint64_t>(ns.count());
 }
 
-std::uint32_t LowWord(std::uint64_t value) {
-  return static_cast<std::uint32_t>(value);
-}
+std::uint32_t LowWord(std::uint64_t value) { return static_cast<std::uint32_t>(value); }
 
-std::uint32_t HighWord(std::uint64_t value) {
-  return static_cast<std::uint32_t>(value >> 32);
-}
+std::uint32_t HighWord(std::uint64_t value) { return static_cast<std::uint32_t>(value >> 32); }
 
 // Writes count digits, each rand() % 16 as '0'-'9' or 'A'-'F'; returns the end.
 char* WriteRandomDigits(char* out, int count) {
