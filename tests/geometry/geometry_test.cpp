@@ -21,11 +21,7 @@
 
 namespace {
 
-// Every coordinate the tests use is a whole number.
-std::string Box(VornBoundbox const& b) {
-  auto n = [](double v) { return std::to_string(static_cast<long long>(v)); };
-  return b.IsInit() ? n(b.MinX) + ".." + n(b.MaxX) + "x" + n(b.MinY) + ".." + n(b.MaxY) : "-";
-}
+using vorn_test::Box;
 
 std::string Geometry(VornPoint p) { return Box(VornCoordinateVector(&p.Coordinate, 1)); }
 std::string Geometry(VornLine const& line) { return Box(line.Coordinates); }

@@ -1,9 +1,11 @@
 // Small helpers the tests share.
 #pragma once
 
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
+#include <vorn/core/boundbox.h>
 #include <vorn/foundation/exception.h>
 
 namespace vorn_test {
@@ -12,6 +14,13 @@ namespace vorn_test {
 // as char16_t: W views a literal as library text, U16 views library text as a literal.
 inline auto W(char16_t const* s) { return reinterpret_cast<unsigned short const*>(s); }
 inline std::u16string U16(unsigned short const* s) { return reinterpret_cast<char16_t const*>(s); }
+
+// A box as "minX..maxXxminY..maxY", or "-" while it is uninitialised.
+inline std::string Box(VornBoundbox const& b) {
+  std::ostringstream out;
+  out << b.MinX << ".." << b.MaxX << 'x' << b.MinY << ".." << b.MaxY;
+  return b.IsInit() ? out.str() : "-";
+}
 
 // Whether op raises a VornException with exactly this message and code. Used as
 // EXPECT_TRUE(ThrowsVornException([&] { ... }, "text", code)), so that a failure is

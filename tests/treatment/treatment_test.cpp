@@ -33,29 +33,22 @@ using OnePerHeader =
 double CellOf(VornTreatmentGrid const& grid, int c, int r) { return grid.GetZoneIndex(c, r); }
 double CellOf(VornTreatmentGridEx const& grid, int c, int r) { return grid.GetZone(c, r).Rate; }
 
-// A box as "minX..maxX,minY..maxY", or "none" while it is not initialised.
-std::string Show(VornBoundbox const& box) {
-  std::ostringstream out;
-  out << box.MinX << ".." << box.MaxX << ',' << box.MinY << ".." << box.MaxY;
-  return box.IsInit() ? out.str() : "none";
-}
-
 // A grid's box, rows x columns of cell height x width, Tag, attribute count and, while it
 // is initialised, every cell row by row.
 template <class Grid>
 std::string Show(Grid const& g) {
   std::ostringstream out;
-  out << Show(g.Boundbox) << ' ' << g.NumRows() << 'x' << g.NumColumns() << " of " << g.CellHeight()
+  out << Box(g.Boundbox) << ' ' << g.NumRows() << 'x' << g.NumColumns() << " of " << g.CellHeight()
       << 'x' << g.CellWidth() << " '" << g.Tag.c_str() << "' " << g.Attributes.Count() << ':';
   for (int i = 0; g.IsInit() && i < g.NumRows() * g.NumColumns(); ++i)
     out << ' ' << CellOf(g, i % g.NumColumns(), i / g.NumColumns());
   return out.str();
 }
 
-// The areas' box, then each area's box; '-' for a null member.
+// The areas' box, then each area's box; "null" for a null member.
 std::string Show(VornTreatmentPolygonCollection const& areas) {
-  std::string out = Show(areas.Boundbox) + ":";
-  for (auto const* a : areas) out += a ? " " + Show(a->Area.Polygons.Boundbox) : " -";
+  std::string out = Box(areas.Boundbox) + ":";
+  for (auto const* a : areas) out += a ? " " + Box(a->Area.Polygons.Boundbox) : " null";
   return out;
 }
 
@@ -140,12 +133,12 @@ TEST(TreatmentGrids, CheckedPreconditionsRaiseTheirCodesAndCopiesKeepTheFrame) {
   rates = std::as_const(rates);
   EXPECT_EQ(Show(copy) + " zone " + std::to_string(copy.GetZone(1, 0).ZoneNumber) + " / " +
                 Show(grid) + " zones " + std::to_string(grid.Zones.Count()),
-            "-390..-420,220..260 2x3 of 20x-10 'grid' 0: 0 0 7 0 0 7 zone 10 / "
-            "200..215,100..120 2x3 of 10x5 'grid' 0: 0 0 0 0 0 0 zones 0");
+            "-390..-420x220..260 2x3 of 20x-10 'grid' 0: 0 0 7 0 0 7 zone 10 / "
+            "200..215x100..120 2x3 of 10x5 'grid' 0: 0 0 0 0 0 0 zones 0");
   // A copy skips the missing row.
   EXPECT_EQ(Show(static_cast<VornTreatmentGridEx const&>(objects[5])) + " / " + Show(rates),
-            "-390..-420,220..260 2x3 of 20x-10 '' 1: 0 0 0 7.25 0 7.5 / "
-            "200..215,100..120 2x3 of 10x5 '' 0: 0 0 0 0 0 0");
+            "-390..-420x220..260 2x3 of 20x-10 '' 1: 0 0 0 7.25 0 7.5 / "
+            "200..215x100..120 2x3 of 10x5 '' 0: 0 0 0 0 0 0");
 }
 
 // Note: AddRange makes a null entry of a zone it cannot copy, so that later positions
@@ -182,20 +175,20 @@ TEST(TreatmentMap, AreasKeepACopyThatCannotBeMadeAsNullAndCopiesLeaveTheTag) {
   map.TreatmentPolygons.Add(Square(2, 2).Area, VornTreatmentZone(3, 3.0));
   map.TreatmentPolygons.RemoveAt(3);  // positions beyond the end are ignored
   map.TreatmentPolygons.RemoveReference(3);
-  EXPECT_EQ(Show(map.TreatmentPolygons), "-5..3,0..3: 0..1,0..1 - 2..3,2..3");
+  EXPECT_EQ(Show(map.TreatmentPolygons), "-5..3x0..3: 0..1x0..1 null 2..3x2..3");
   manual = map.TreatmentPolygons;  // deep, without the null member
   map.Tag = "mine";
   map.Attributes.Add("crop", "wheat");
   map.Transform(MirrorX, nullptr);  // every walk steps over the null member
   // Note: a copy does not take the Tag.
   EXPECT_EQ(Show(VornTreatmentMap(map)) + " / " + Show(manual),
-            "1 4..10,20..26: 8..10,20..22 4..6,24..26 / none: 0..1,0..1 2..3,2..3");
+            "1 4..10x20..26: 8..10x20..22 4..6x24..26 / -: 0..1x0..1 2..3x2..3");
   // Note: none of these three tests for self-assignment: the map and the areas empty, and
   // a treatment polygon empties its area but keeps its zone (which does test for it).
   manual = std::as_const(manual);
   map = std::as_const(map);
   lost = std::as_const(lost);
-  EXPECT_EQ(Show(manual) + " / " + Show(map), "none: / 0 none:mine");
+  EXPECT_EQ(Show(manual) + " / " + Show(map), "-: / 0 -:mine");
   EXPECT_TRUE(lost.Area.Polygons.Count() == 0 && U16(lost.Zone.GetDesignator()) == u"Low");
 }
 
