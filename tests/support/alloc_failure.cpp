@@ -18,11 +18,11 @@ extern "C" void* VORN_TEST_REAL_MALLOC(std::size_t size);
 namespace vorn_test {
 namespace {
 
-// Per channel: the allocations seen, the one that fails (0 while disarmed: no allocation
-// is the 0th) and whether it has.
+// Per channel: the allocations seen and the one that fails (0 while disarmed: no
+// allocation is the 0th). It has failed once as many have been seen, as it can fail only
+// while counting.
 struct ChannelState {
   unsigned long seen, failing;
-  bool fired;
 };
 
 ChannelState states[3];
@@ -32,10 +32,10 @@ ChannelState& State(Channel channel) { return states[static_cast<int>(channel)];
 
 }  // namespace
 
-void FailNth(Channel c, unsigned long n) { State(c) = {Count(c), n ? Count(c) + n : 0, false}; }
+void FailNth(Channel c, unsigned long n) { State(c) = {Count(c), n ? Count(c) + n : 0}; }
 void Reset() { std::fill(states, states + 3, ChannelState{}); }
 unsigned long Count(Channel channel) { return State(channel).seen; }
-bool Fired(Channel channel) { return State(channel).fired; }
+bool Fired(Channel c) { return State(c).failing != 0 && State(c).seen >= State(c).failing; }
 bool SetCounting(bool on) { return std::exchange(counting, on); }
 
 }  // namespace vorn_test
@@ -50,7 +50,6 @@ constexpr Channel kNew = Channel::NothrowNew, kArray = Channel::ArrayNew;
 void* Allocate(Channel channel, std::size_t size, bool throwing) {
   vorn_test::ChannelState& state = vorn_test::State(channel);
   bool const fail = vorn_test::counting && ++state.seen == state.failing;
-  state.fired = state.fired || fail;
   if (fail && throwing) throw std::bad_alloc();
   return fail ? nullptr : VORN_TEST_REAL_MALLOC(size == 0 ? 1 : size);
 }
