@@ -125,17 +125,18 @@ struct Session {
         break;
       default: {  // copies share the members; so does the object collection's assignment
         C target(c[!s]);
-        if constexpr (kObjects) target = c[from];          // the previous members, !s's, stay
-        if constexpr (kObjects) c[s] = c[s];               // changes nothing
-        auto const& shared = model[kObjects ? from : !s];  // the very members, in order
-        FUZZ_CHECK(std::equal(target.begin(), target.end(), shared.begin(), shared.end(),
-                              [](T* member, auto& e) { return member == e.first; }));
-        target.RemoveAllReferences();  // before it goes
-        if constexpr (!kObjects) {     // deep; a collection assigned to itself is emptied
+        if constexpr (kObjects) {
+          target = c[from];  // the previous members, !s's, stay
+          c[s] = c[s];       // changes nothing
+        } else {  // deep (leaving !s, which target copied, alone); assigned to itself, empty
           model[s] = from == s ? Model() : model[from];
           c[s] = c[from];
           for (auto& e : model[s]) e.first = nullptr;
         }
+        auto const& shared = model[kObjects ? from : !s];  // the very members, in order
+        FUZZ_CHECK(std::equal(target.begin(), target.end(), shared.begin(), shared.end(),
+                              [](T* member, auto& e) { return member == e.first; }));
+        target.RemoveAllReferences();  // before it goes
       }
     }
     // Both collections against the model: every member, in order, and the polygon

@@ -69,8 +69,10 @@ std::size_t Convert(In const* text, std::size_t limit, Out& out) {
     Char const c = At(text + read);
     Put(c.first, one);
     read += c.second;
-    if (c.second == 0) out.clear();  // malformed: all of the text is read for nothing
-    if (c.second == 0) return std::char_traits<In>::length(text) + 1;
+    if (c.second == 0) {  // malformed: all of the text is read for nothing
+      out.clear();
+      return std::char_traits<In>::length(text) + 1;
+    }
     if (one.size() > limit - out.size()) return read;
     out += one;
   }
